@@ -1,0 +1,20 @@
+# Compiler settings shared by every target.
+add_library(pivra_options INTERFACE)
+if(MSVC)
+  target_compile_options(pivra_options INTERFACE /W4 /utf-8 /EHsc)
+else()
+  target_compile_options(pivra_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
+endif()
+if(WIN32)
+  target_compile_definitions(pivra_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00)
+endif()
+if(MINGW)
+  # Debug information of template-heavy files passes the section limit of plain COFF objects.
+  add_compile_options(-Wa,-mbig-obj)
+  # Two links of the same objects give the same bytes.
+  add_link_options(-Wl,--no-insert-timestamp)
+endif()
+if(PIVRA_SANITIZE)
+  add_compile_options(-fsanitize=${PIVRA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${PIVRA_SANITIZE})
+endif()

@@ -1,0 +1,15 @@
+# Header-only libraries, linked into a folder of their own: the system's include folder as a whole must not reach a
+# cross compiler, whose own C headers it would hide.
+find_path(PIVRA_SYSTEM_HEADERS nlohmann/json.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+set(header_farm ${CMAKE_BINARY_DIR}/headers)
+foreach(library nlohmann boost)
+  file(MAKE_DIRECTORY ${header_farm}/${library})
+  if(NOT EXISTS ${PIVRA_SYSTEM_HEADERS}/${library})
+    message(FATAL_ERROR "The headers of ${library} are missing from ${PIVRA_SYSTEM_HEADERS}.")
+  endif()
+  if(NOT EXISTS ${header_farm}/${library}/${library})
+    file(CREATE_LINK ${PIVRA_SYSTEM_HEADERS}/${library} ${header_farm}/${library}/${library} SYMBOLIC)
+  endif()
+  add_library(${library}_headers INTERFACE)
+  target_include_directories(${library}_headers SYSTEM INTERFACE ${header_farm}/${library})
+endforeach()

@@ -1,0 +1,17 @@
+#!/bin/sh
+# Runs a Windows program under Wine, in a prefix of its own with a server that lingers for a while and then goes by
+# itself. The server and its services start with their output closed: a test runner waits for every open pipe.
+set -eu
+: "${WINEPREFIX:=${XDG_CACHE_HOME:-$HOME/.cache}/pivra-nx/wine${DISPLAY:+-gui}}"; export WINEPREFIX
+export WINEDEBUG="${WINEDEBUG:--all,err+module}"
+export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=;winemenubuilder.exe=d}"
+export LANG=C.UTF-8
+unset LC_ALL
+mkdir -p "$WINEPREFIX"
+exec 9>"$WINEPREFIX.lock"; flock 9
+if ! wineserver -k0 >/dev/null 2>&1 9>&-; then
+  setsid wineserver -p20 </dev/null >/dev/null 2>&1 9>&-
+  wine cmd /c exit 0 </dev/null >"$WINEPREFIX.boot.log" 2>&1 9>&-
+fi
+exec 9>&-
+exec wine "$@"
