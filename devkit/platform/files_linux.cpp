@@ -1,0 +1,59 @@
+#include <platform/files.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace platform {
+namespace fs = std::filesystem;
+
+namespace {
+
+bool writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const auto written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+}  // namespace
+
+bool appendToFile(const fs::path& file, std::string_view bytes) noexcept {
+    const int descriptor = ::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    if (descriptor < 0) return false;
+    const bool written = writeAll(descriptor, bytes);
+    ::close(descriptor);
+    return written;
+}
+
+void copyFile(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    fs::copy_file(from, to, fs::copy_options::overwrite_existing, error);
+    if (error) throw fs::filesystem_error("copy_file", from, to, error);
+    // CopyFileW keeps the write time.
+    std::error_code ignored;
+    const auto time = fs::last_write_time(from, ignored);
+    if (!ignored) fs::last_write_time(to, time, ignored);
+}
+
+FileTime lastWriteTime(const fs::path& file) {
+    struct stat status {};
+    if (::stat(file.c_str(), &status) != 0) {
+        throw fs::filesystem_error("last_write_time", file, std::error_code(errno, std::system_category()));
+    }
+    const auto sinceEpoch =
+        std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec);
+    return FileTime(std::chrono::duration_cast<FileTime::duration>(sinceEpoch));
+}
+
+bool isRegularFile(const fs::path& file) noexcept {
+    std::error_code ignored;
+    return fs::symlink_status(file, ignored).type() == fs::file_type::regular;
+}
+
+}  // namespace platform

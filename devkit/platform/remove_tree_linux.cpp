@@ -1,0 +1,61 @@
+#include <platform/remove_tree.h>
+
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace platform {
+namespace fs = std::filesystem;
+
+namespace {
+
+std::error_code lastError() {
+    switch (errno) {
+        case ENOTEMPTY:
+        case EEXIST:
+            return {errorDirectoryNotEmpty, std::system_category()};
+        case EACCES:
+        case EPERM:
+            return {errorAccessDenied, std::system_category()};
+        default:
+            return {errno, std::system_category()};
+    }
+}
+
+bool isLink(const fs::path& path) {
+    std::error_code ignored;
+    return fs::is_symlink(fs::symlink_status(path, ignored));
+}
+
+std::error_code removeFile(const fs::path& file) {
+    return ::unlink(file.c_str()) == 0 ? std::error_code() : lastError();
+}
+
+std::error_code removeDirectory(const fs::path& directory) {
+    if (isLink(directory)) return removeFile(directory);
+    return ::rmdir(directory.c_str()) == 0 ? std::error_code() : lastError();
+}
+
+EntryKind kindOf(const fs::directory_entry& entry) {
+    std::error_code ignored;
+    const bool leadsToDirectory = entry.is_directory(ignored);
+    if (entry.is_symlink(ignored)) return leadsToDirectory ? EntryKind::directoryLink : EntryKind::fileLink;
+    return leadsToDirectory ? EntryKind::directory : EntryKind::file;
+}
+
+std::vector<DirectoryEntry> list(const fs::path& directory) {
+    std::vector<DirectoryEntry> entries;
+    std::error_code error;
+    for (fs::directory_iterator it(directory, error), end; !error && it != end; it.increment(error)) {
+        entries.push_back({it->path(), kindOf(*it)});
+    }
+    return entries;
+}
+
+}  // namespace
+
+TreeOperations systemTreeOperations() {
+    return {list, removeFile, removeDirectory};
+}
+
+}  // namespace platform

@@ -1,0 +1,57 @@
+#include <platform/remove_tree.h>
+
+namespace platform {
+namespace {
+
+constexpr int errorFileNotFound = 2;     // ERROR_FILE_NOT_FOUND
+constexpr int errorPathNotFound = 3;     // ERROR_PATH_NOT_FOUND
+constexpr int errorNotEnoughMemory = 8;  // ERROR_NOT_ENOUGH_MEMORY
+constexpr int maximalPasses = 10;
+
+/// What is gone already needs no removing.
+std::error_code unlessGone(std::error_code error) {
+    const bool gone = error.value() == errorFileNotFound || error.value() == errorPathNotFound;
+    return gone ? std::error_code() : error;
+}
+
+std::error_code removeOnce(const std::filesystem::path& directory, const TreeOperations& operations);
+
+std::error_code removeEntry(const DirectoryEntry& entry, const TreeOperations& operations) {
+    switch (entry.kind) {
+        case EntryKind::directory:
+            return removeOnce(entry.path, operations);
+        case EntryKind::directoryLink:
+            return unlessGone(operations.removeDirectory(entry.path));
+        default:
+            return unlessGone(operations.removeFile(entry.path));
+    }
+}
+
+std::error_code removeOnce(const std::filesystem::path& directory, const TreeOperations& operations) {
+    const auto error = unlessGone(operations.removeDirectory(directory));
+    if (error.value() != errorDirectoryNotEmpty) return error;
+    for (const auto& entry : operations.list(directory)) {
+        if (const auto entryError = removeEntry(entry, operations)) return entryError;
+    }
+    return unlessGone(operations.removeDirectory(directory));
+}
+
+bool worthAnotherPass(std::error_code error) {
+    return error.value() == errorDirectoryNotEmpty || error.value() == errorAccessDenied;
+}
+
+}  // namespace
+
+std::error_code removeTree(const std::filesystem::path& directory, const TreeOperations& operations) noexcept {
+    try {
+        auto error = removeOnce(directory, operations);
+        for (int pass = 1; pass < maximalPasses && worthAnotherPass(error); ++pass) {
+            error = removeOnce(directory, operations);
+        }
+        return error;
+    } catch (...) {
+        return {errorNotEnoughMemory, std::system_category()};
+    }
+}
+
+}  // namespace platform

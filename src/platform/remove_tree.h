@@ -1,0 +1,39 @@
+// Deletion of a directory tree that never leaves the tree: a link or junction is removed as a link.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <system_error>
+#include <vector>
+
+namespace platform {
+
+/// What an entry of a directory is to the deletion.
+enum class EntryKind { file, directory, fileLink, directoryLink };
+
+struct DirectoryEntry {
+    std::filesystem::path path;
+    EntryKind kind;
+};
+
+/// The system calls that a deletion consists of; errors are Windows error numbers in the system category.
+struct TreeOperations {
+    std::function<std::vector<DirectoryEntry>(const std::filesystem::path&)> list;  ///< empty when unreadable
+    std::function<std::error_code(const std::filesystem::path&)> removeFile;        ///< also a link to a file
+    std::function<std::error_code(const std::filesystem::path&)> removeDirectory;   ///< empty ones and directory links
+};
+
+/// The operations of this system.
+TreeOperations systemTreeOperations();
+
+/// Windows error numbers that make a deletion start over: another program may be letting go of a file just now.
+inline constexpr int errorAccessDenied = 5;         // ERROR_ACCESS_DENIED
+inline constexpr int errorDirectoryNotEmpty = 145;  // ERROR_DIR_NOT_EMPTY
+
+/// Removes `directory` and everything in it. A pass that ends with error 145 or 5 is repeated, at most 10 passes in
+/// all; any other error ends the deletion. Returns the last pass's error, empty on success and for a directory that
+/// does not exist. Any thread; never throws.
+std::error_code removeTree(const std::filesystem::path& directory,
+                           const TreeOperations& operations = systemTreeOperations()) noexcept;
+
+}  // namespace platform

@@ -1,0 +1,82 @@
+#include <platform/growing_buffer.h>
+#include <platform/last_error.h>
+#include <platform/remove_tree.h>
+
+#include <windows.h>
+
+#include <memory>
+#include <string_view>
+
+namespace platform {
+namespace fs = std::filesystem;
+
+namespace {
+
+/// `path` in the form that has no length limit and that the system takes literally.
+std::wstring extendedPath(const fs::path& path) {
+    const std::wstring& text = path.native();
+    if (text.starts_with(L"\\\\?\\")) return text;
+    const auto full = readMeasuringCall([&](wchar_t* buffer, std::size_t size) -> std::optional<std::size_t> {
+        const DWORD length = GetFullPathNameW(text.c_str(), static_cast<DWORD>(size), buffer, nullptr);
+        return length ? std::optional<std::size_t>(length) : std::nullopt;
+    });
+    if (!full) return text;
+    return full->starts_with(L"\\\\") ? L"\\\\?\\UNC" + full->substr(1) : L"\\\\?\\" + *full;
+}
+
+/// Runs `remove`, and once more without the read-only mark when that is what stands in its way.
+std::error_code removeWith(BOOL(WINAPI* remove)(const wchar_t*), const fs::path& path) {
+    const auto name = extendedPath(path);
+    if (remove(name.c_str())) return {};
+    const auto error = lastError();
+    const DWORD attributes = GetFileAttributesW(name.c_str());
+    const bool readOnly = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    if (error.value() != errorAccessDenied || !readOnly) return error;
+    SetFileAttributesW(name.c_str(), attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+    return remove(name.c_str()) ? std::error_code() : lastError();
+}
+
+std::error_code removeFile(const fs::path& file) {
+    return removeWith(&DeleteFileW, file);
+}
+
+std::error_code removeDirectory(const fs::path& directory) {
+    return removeWith(&RemoveDirectoryW, directory);
+}
+
+EntryKind kindOf(DWORD attributes) {
+    const bool link = (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return link ? EntryKind::directoryLink : EntryKind::directory;
+    return link ? EntryKind::fileLink : EntryKind::file;
+}
+
+struct SearchCloser {
+    using pointer = HANDLE;
+    void operator()(HANDLE search) const { FindClose(search); }
+};
+
+std::vector<DirectoryEntry> list(const fs::path& directory) {
+    const auto name = extendedPath(directory);
+    const DWORD attributes = GetFileAttributesW(name.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || kindOf(attributes) != EntryKind::directory) return {};
+    WIN32_FIND_DATAW found{};
+    const HANDLE handle = FindFirstFileExW((name + L"\\*").c_str(), FindExInfoBasic, &found, FindExSearchNameMatch,
+                                           nullptr, FIND_FIRST_EX_LARGE_FETCH);
+    if (handle == INVALID_HANDLE_VALUE) return {};
+    const std::unique_ptr<HANDLE, SearchCloser> search(handle);
+    std::vector<DirectoryEntry> entries;
+    do {
+        const std::wstring_view entryName = found.cFileName;
+        if (entryName == L"." || entryName == L"..") continue;
+        entries.push_back({name + L'\\' + found.cFileName, kindOf(found.dwFileAttributes)});
+    } while (FindNextFileW(search.get(), &found));
+    return entries;
+}
+
+}  // namespace
+
+TreeOperations systemTreeOperations() {
+    return {list, removeFile, removeDirectory};
+}
+
+}  // namespace platform

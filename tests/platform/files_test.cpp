@@ -1,0 +1,82 @@
+#include <gtest/gtest.h>
+#include <platform/files.h>
+#include <support/directory_link.h>
+#include <support/plugin_folder.h>
+
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using test_support::readFile;
+
+class Files : public testing::Test {
+ protected:
+    test_support::PluginFolder folder_;
+    fs::path missing_ = folder_.path() / "missing" / "file";
+};
+
+TEST_F(Files, appendCreatesAndAddsBesideOtherUsers) {
+    const auto file = folder_.path() / u8"Größe 日本.log";
+    EXPECT_TRUE(platform::appendToFile(file, "one\r\n"));
+    std::ifstream reader(file, std::ios::binary);
+    std::ofstream writer(file, std::ios::binary | std::ios::app);
+    EXPECT_TRUE(platform::appendToFile(file, std::string_view("\xFF\0two", 5)));
+    EXPECT_EQ(readFile(file), std::string("one\r\n\xFF\0two", 10));
+}
+
+TEST_F(Files, appendReportsWhatCannotBeOpened) {
+    EXPECT_FALSE(platform::appendToFile(folder_.path(), "x"));
+    EXPECT_FALSE(platform::appendToFile(missing_, "x"));
+}
+
+TEST_F(Files, copyReplacesAndKeepsTheWriteTime) {
+    const auto from = folder_.writeFile(u8"från.prt", "new");
+    fs::last_write_time(from, fs::file_time_type::clock::now() - std::chrono::hours(48));
+    const auto to = folder_.writeFile("to.prt", "old and longer");
+    platform::copyFile(from, to);
+    EXPECT_EQ(readFile(to), "new");
+    EXPECT_EQ(platform::lastWriteTime(to), platform::lastWriteTime(from));
+}
+
+TEST_F(Files, copyFailureNamesOperationAndPaths) {
+    const auto to = folder_.writeFile("to.prt", "kept");
+    try {
+        platform::copyFile(missing_, to);
+        ADD_FAILURE() << "copied a missing file";
+    } catch (const fs::filesystem_error& error) {
+        EXPECT_NE(std::string(error.what()).find("copy_file"), std::string::npos);
+        EXPECT_EQ(error.path1(), missing_);
+        EXPECT_EQ(error.path2(), to);
+        EXPECT_TRUE(error.code());
+    }
+    EXPECT_EQ(readFile(to), "kept");
+}
+
+TEST_F(Files, writeTimeIsTheSystemClocks) {
+    const auto before = std::chrono::system_clock::now();
+    const auto time = platform::lastWriteTime(folder_.writeFile("file", "x"));
+    // The file system's clock runs in coarser steps than the system's.
+    EXPECT_LT(std::chrono::abs(time - before), std::chrono::seconds(5));
+}
+
+TEST_F(Files, writeTimeFailureNamesOperationAndPath) {
+    try {
+        platform::lastWriteTime(missing_);
+        ADD_FAILURE() << "a missing file has a time";
+    } catch (const fs::filesystem_error& error) {
+        EXPECT_NE(std::string(error.what()).find("last_write_time"), std::string::npos);
+        EXPECT_EQ(error.path1(), missing_);
+    }
+}
+
+TEST_F(Files, regularFilesAreNeitherDirectoriesNorLinks) {
+    EXPECT_TRUE(platform::isRegularFile(folder_.writeFile(u8"Größe", "x")));
+    EXPECT_FALSE(platform::isRegularFile(folder_.path()));
+    EXPECT_FALSE(platform::isRegularFile(missing_));
+    EXPECT_FALSE(platform::isRegularFile({}));
+    const test_support::DirectoryLink link(folder_.path() / "link", folder_.temp());
+    EXPECT_FALSE(platform::isRegularFile(folder_.path() / "link"));
+}
+
+}  // namespace

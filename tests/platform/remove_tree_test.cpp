@@ -1,0 +1,170 @@
+#include <gtest/gtest.h>
+#include <platform/remove_tree.h>
+#include <support/directory_link.h>
+#include <support/plugin_folder.h>
+
+#include <algorithm>
+#include <deque>
+#include <fstream>
+#include <map>
+#include <stdexcept>
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::EntryKind;
+
+/// A tree of one directory "top" that answers removals as it is told, and notes what it was asked.
+class ScriptedTree {
+ public:
+    std::vector<platform::DirectoryEntry> entries;
+    std::map<std::string, std::deque<int>> answers;  // success when there is none left
+    std::vector<std::string> calls;
+
+    platform::TreeOperations operations() {
+        return {[this](const fs::path& path) {
+                    calls.push_back("list " + path.generic_string());
+                    return entries;
+                },
+                [this](const fs::path& path) { return answer("file " + path.generic_string()); },
+                [this](const fs::path& path) { return answer("directory " + path.generic_string()); }};
+    }
+
+ private:
+    std::error_code answer(const std::string& call) {
+        calls.push_back(call);
+        auto& left = answers[call];
+        if (left.empty()) return {};
+        const int error = left.front();
+        left.pop_front();
+        return {error, std::system_category()};
+    }
+};
+
+using Calls = std::vector<std::string>;
+
+TEST(RemoveTree, walksOnlyWhatIsNotEmpty) {
+    ScriptedTree tree;
+    EXPECT_FALSE(removeTree("top", tree.operations()));
+    EXPECT_EQ(tree.calls, Calls{"directory top"});
+}
+
+TEST(RemoveTree, removesEachKindOfEntryInItsOwnWay) {
+    ScriptedTree tree;
+    tree.entries = {{"top/f", EntryKind::file},
+                    {"top/d", EntryKind::directory},
+                    {"top/fl", EntryKind::fileLink},
+                    {"top/dl", EntryKind::directoryLink}};
+    tree.answers["directory top"] = {145};
+    EXPECT_FALSE(removeTree("top", tree.operations()));
+    EXPECT_EQ(tree.calls, (Calls{"directory top", "list top", "file top/f", "directory top/d", "file top/fl",
+                                 "directory top/dl", "directory top"}));
+}
+
+TEST(RemoveTree, neverEntersALinkThatCannotBeRemoved) {
+    ScriptedTree tree;
+    tree.entries = {{"top/dl", EntryKind::directoryLink}};
+    tree.answers["directory top"] = std::deque<int>(10, 145);
+    tree.answers["directory top/dl"] = std::deque<int>(10, 145);
+    EXPECT_EQ(removeTree("top", tree.operations()).value(), 145);
+    EXPECT_EQ(std::count(tree.calls.begin(), tree.calls.end(), "list top/dl"), 0);
+    EXPECT_EQ(std::count(tree.calls.begin(), tree.calls.end(), "directory top/dl"), 10);
+}
+
+TEST(RemoveTree, repeatsPassesThatMaySucceedLater) {
+    const struct {
+        std::string call;
+        std::deque<int> answers;
+        int error;
+        std::ptrdiff_t passes;
+    } cases[] = {
+        {"file top/f", {5, 5}, 0, 3},
+        {"file top/f", std::deque<int>(9, 5), 0, 10},
+        {"file top/f", std::deque<int>(20, 5), 5, 10},
+        {"file top/f", {5, 32}, 32, 2},  // another error ends the deletion
+        {"file top/f", {2}, 0, 1},       // somebody else was quicker
+    };
+    for (const auto& [call, answers, error, passes] : cases) {
+        ScriptedTree tree;
+        tree.entries = {{"top/f", EntryKind::file}};
+        tree.answers[call] = answers;
+        // Each pass begins with "not empty" and, when its file went, ends with success.
+        for (std::size_t pass = 0; pass < 20; ++pass) {
+            tree.answers["directory top"].push_back(145);
+            const bool fileGoes = pass >= answers.size() || answers[pass] == 2;
+            if (fileGoes) tree.answers["directory top"].push_back(0);
+        }
+        EXPECT_EQ(removeTree("top", tree.operations()).value(), error);
+        EXPECT_EQ(std::count(tree.calls.begin(), tree.calls.end(), "list top"), passes);
+    }
+}
+
+TEST(RemoveTree, survivesOperationsThatThrow) {
+    ScriptedTree tree;
+    auto operations = tree.operations();
+    operations.removeDirectory = [](const fs::path&) -> std::error_code { throw std::bad_alloc(); };
+    EXPECT_TRUE(removeTree("top", operations));
+}
+
+class RemoveTreeOnDisk : public testing::Test {
+ protected:
+    test_support::PluginFolder folder_;
+    fs::path tree_ = folder_.path() / "tree";
+};
+
+TEST_F(RemoveTreeOnDisk, removesNestedNonAsciiAndReadOnlyFiles) {
+    folder_.writeFile("tree/a.txt", "a");
+    folder_.writeFile(fs::path("tree") / u8"Größe 日本" / u8"Ω.prt", "b");
+    fs::permissions(folder_.writeFile("tree/deep/er/c.txt", "c"), fs::perms::owner_read);
+    EXPECT_FALSE(platform::removeTree(tree_));
+    EXPECT_FALSE(fs::exists(tree_));
+}
+
+TEST_F(RemoveTreeOnDisk, missingDirectoryIsSuccess) {
+    EXPECT_FALSE(platform::removeTree(tree_));
+    EXPECT_FALSE(platform::removeTree(tree_ / "below"));
+}
+
+TEST_F(RemoveTreeOnDisk, removesPathsOverTheOldLimit) {
+#ifdef _WIN32
+    const fs::path prefix = L"\\\\?\\";
+#else
+    const fs::path prefix;
+#endif
+    auto deep = fs::path(prefix.native() + tree_.native());
+    fs::create_directory(deep);
+    for (int level = 0; level < 8; ++level) {
+        deep = fs::path(deep.native() + fs::path::preferred_separator + fs::path(std::string(50, 'd')).native());
+        fs::create_directory(deep);
+    }
+    ASSERT_GT(deep.native().size(), 400u);
+    std::ofstream(fs::path(deep.native() + fs::path::preferred_separator + fs::path("f").native())) << "x";
+    EXPECT_FALSE(platform::removeTree(tree_));
+    EXPECT_FALSE(fs::exists(tree_));
+}
+
+TEST_F(RemoveTreeOnDisk, leavesWhatLinksLeadTo) {
+    const auto outside = folder_.writeFile("outside/precious.prt", "x");
+    fs::create_directory(tree_);
+    const test_support::DirectoryLink link(tree_ / "link", folder_.path() / "outside");
+    platform::removeTree(tree_);
+    EXPECT_EQ(test_support::readFile(outside), "x");
+#ifndef _WIN32  // what stands in for Windows in the cross build cannot remove such a link
+    EXPECT_FALSE(fs::exists(tree_));
+#endif
+}
+
+TEST_F(RemoveTreeOnDisk, doesNotEnterALinkGivenAsTheTree) {
+    const auto outside = folder_.writeFile("outside/precious.prt", "x");
+    const test_support::DirectoryLink link(tree_, folder_.path() / "outside");
+    platform::removeTree(tree_);
+    EXPECT_EQ(test_support::readFile(outside), "x");
+}
+
+TEST_F(RemoveTreeOnDisk, aFileIsNoTree) {
+    const auto file = folder_.writeFile("file", "x");
+    EXPECT_TRUE(platform::removeTree(file));
+    EXPECT_EQ(test_support::readFile(file), "x");
+}
+
+}  // namespace
