@@ -1,0 +1,110 @@
+#include <config/properties.h>
+#include <logging/log.h>
+#include <platform/module.h>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <stdexcept>
+#include <utility>
+
+namespace config {
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* propertiesFileName = "pivra.properties";
+
+struct LoadedProperties {
+    fs::path file;  // empty when none was read
+    PropertiesTable values;
+};
+
+LoadedProperties& loadedProperties() {
+    static LoadedProperties instance;
+    return instance;
+}
+
+LoadedProperties readProperties(const fs::path& file) {
+    std::ifstream text(file, std::ios::binary);
+    if (!text) return {};
+    return {file, parseProperties(text)};
+}
+
+void parseLine(std::string_view rawLine, PropertiesTable& table) {
+    const auto line = Trim(rawLine);
+    if (line.empty() || line.front() == '#' || line.front() == '!') return;
+    const auto equals = line.find('=');
+    if (equals == std::string::npos) return;
+    auto key = Trim(std::string_view(line).substr(0, equals));
+    if (!key.empty()) table[std::move(key)] = Trim(std::string_view(line).substr(equals + 1));
+}
+
+template <std::size_t Size>
+bool isOneOf(const std::string& word, const std::array<std::string_view, Size>& words) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+}  // namespace
+
+fs::path PropertiesFilePath() {
+    try {
+        return platform::moduleDirectory() / propertiesFileName;
+    } catch (const std::runtime_error&) {
+        return propertiesFileName;
+    }
+}
+
+bool LoadProperties() {
+    loadedProperties() = readProperties(PropertiesFilePath());
+    return !loadedProperties().file.empty();
+}
+
+std::string GetProperty(const std::string& key) {
+    const auto& values = loadedProperties().values;
+    const auto found = values.find(key);
+    return found == values.end() ? std::string() : found->second;
+}
+
+std::string Trim(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
+}
+
+std::string toLower(std::string_view text) {
+    std::string lower(text);
+    for (char& letter : lower) {
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    }
+    return lower;
+}
+
+bool ParseBooleanSetting(const std::string& key, const std::string& value, bool defaultValue) {
+    constexpr std::array<std::string_view, 5> yes{"1", "true", "yes", "on", "enabled"};
+    constexpr std::array<std::string_view, 5> no{"0", "false", "no", "off", "disabled"};
+    const auto word = toLower(Trim(value));
+    if (word.empty()) return defaultValue;
+    if (isOneOf(word, yes)) return true;
+    if (isOneOf(word, no)) return false;
+    logging::LogWarning("pivra.properties: unrecognized value for " + key + ": \"" + value + "\"; using default " +
+                        (defaultValue ? "true" : "false") + ".");
+    return defaultValue;
+}
+
+PropertiesTable parseProperties(std::istream& text) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    PropertiesTable table;
+    bool first = true;
+    for (std::string line; std::getline(text, line);) {
+        std::string_view rest = line;
+        if (std::exchange(first, false) && rest.substr(0, byteOrderMark.size()) == byteOrderMark) {
+            rest.remove_prefix(byteOrderMark.size());
+        }
+        parseLine(rest, table);
+    }
+    return table;
+}
+
+}  // namespace config
