@@ -1,0 +1,113 @@
+#include <cpp_piv/client.h>
+
+#include <stdexcept>
+#include <utility>
+
+#include "records_json.h"
+
+namespace cpp_piv {
+namespace {
+
+using nlohmann::json;
+
+void writeLog(ICppPivLogger& logger, const std::string& level, const std::string& text) {
+    const std::string line = "[cpp-piv] " + text;
+    if (level == "error") {
+        logger.error(line);
+    } else if (level == "warning") {
+        logger.warning(line);
+    } else if (level == "info") {
+        logger.info(line);
+    } else {
+        logger.debug(line);
+    }
+}
+
+/// The "result" of an answer. An "error" is thrown: its text, or UnknownFailure when it has none.
+json resultOf(const json& answer) {
+    const auto error = answer.find("error");
+    if (error == answer.end()) {
+        return answer.at("result");
+    }
+    if (error->is_null()) {
+        throw UnknownFailure{};
+    }
+    throw std::runtime_error(error->get<std::string>());
+}
+
+template <class Result>
+Result perform(CppPivBridgeInterface& bridge, const std::string& operation, const json& request) {
+    const std::string text = request.dump(-1, ' ', false, json::error_handler_t::replace);
+    try {
+        return resultOf(json::parse(bridge.call(operation, text))).get<Result>();
+    } catch (const json::exception& error) {
+        throw std::runtime_error("The service's answer to the operation " + operation +
+                                 " makes no sense: " + error.what());
+    }
+}
+
+}  // namespace
+
+CppPivClient::CppPivClient(std::shared_ptr<CppPivBridgeInterface> bridge, std::shared_ptr<ICppPivLogger> logger)
+    : bridge_(std::move(bridge)), logger_(std::move(logger)) {
+    if (logger_) {
+        bridge_->setLogSink(
+            [sink = logger_](const std::string& level, const std::string& text) { writeLog(*sink, level, text); });
+    }
+}
+
+void CppPivClient::initialize(const CppPivInitializeOptions& options) {
+    perform<json>(*bridge_, "initialize", options);
+}
+
+std::string CppPivClient::localAuthFlowAuthorize() {
+    return perform<std::string>(*bridge_, "authorize", json::object());
+}
+
+CppPivLocalAuthTokens CppPivClient::localAuthFlowComplete() {
+    return perform<CppPivLocalAuthTokens>(*bridge_, "complete", json::object());
+}
+
+CppPivUser CppPivClient::getCurrentUser(const std::string& accessToken) const {
+    return perform<CppPivUser>(*bridge_, "currentUser", json::object({{"accessToken", accessToken}}));
+}
+
+std::string CppPivClient::localAuthFlowLogout() {
+    return perform<std::string>(*bridge_, "logout", json::object());
+}
+
+std::vector<CppPivWorkspace> CppPivClient::listWorkspaces(const std::string& accessToken,
+                                                          const std::string& filter) const {
+    return perform<std::vector<CppPivWorkspace>>(*bridge_, "listWorkspaces",
+                                                 {{"accessToken", accessToken}, {"filter", filter}});
+}
+
+std::vector<CppPivFindRevisionResult> CppPivClient::findRevision(
+    const std::string& accessToken, std::int64_t workspaceId, const std::string& fileId,
+    const std::string& sourceVersion, const std::string& revision, const std::string& fileName, bool includeDeleted,
+    bool latestOnly, bool isAssembly, bool exactMatch) const {
+    return perform<std::vector<CppPivFindRevisionResult>>(*bridge_, "findRevision",
+                                                          {{"accessToken", accessToken},
+                                                           {"workspaceId", workspaceId},
+                                                           {"fileId", fileId},
+                                                           {"sourceVersion", sourceVersion},
+                                                           {"revision", revision},
+                                                           {"fileName", fileName},
+                                                           {"includeDeleted", includeDeleted},
+                                                           {"latestOnly", latestOnly},
+                                                           {"isAssembly", isAssembly},
+                                                           {"exactMatch", exactMatch}});
+}
+
+CppPivDirectory CppPivClient::getRootDirectory(const std::string& accessToken, std::int64_t workspaceId) const {
+    return perform<CppPivDirectory>(*bridge_, "rootDirectory",
+                                    {{"accessToken", accessToken}, {"workspaceId", workspaceId}});
+}
+
+CppPivUploadResult CppPivClient::upload(const std::string& accessToken, const CppPivUploadPayload& payload,
+                                        bool replace) const {
+    return perform<CppPivUploadResult>(*bridge_, "upload",
+                                       {{"accessToken", accessToken}, {"payload", payload}, {"replace", replace}});
+}
+
+}  // namespace cpp_piv
