@@ -1,0 +1,17 @@
+// A button; pressing it is an update.
+#pragma once
+
+#include <NXOpen/BlockStyler_UIBlock.hxx>
+
+namespace NXOpen::BlockStyler {
+
+class NXOPEN_EXPORT Button : public UIBlock {
+ public:
+    using UIBlock::UIBlock;
+
+    NXString Bitmap();
+    void SetBitmap(const NXString& bitmap);
+    void SetBitmap(const char* bitmap);
+};
+
+}  // namespace NXOpen::BlockStyler

@@ -1,0 +1,29 @@
+// One sheet of a drawing.
+#pragma once
+
+#include <NXOpen/NXObject.hxx>
+
+#include <cstddef>
+
+namespace devkit {
+struct PartData;
+}
+
+namespace NXOpen::Drawings {
+
+class NXOPEN_EXPORT DrawingSheet : public NXObject {
+ public:
+    DrawingSheet(devkit::PartData& part, std::size_t index) : part_(part), index_(index) {}
+
+    NXString Name() override;
+    void Open();
+
+    /// The part whose sheet it is; of the stand-in alone.
+    const devkit::PartData& part() const { return part_; }
+
+ private:
+    devkit::PartData& part_;
+    std::size_t index_;
+};
+
+}  // namespace NXOpen::Drawings

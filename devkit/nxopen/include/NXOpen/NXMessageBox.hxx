@@ -1,0 +1,21 @@
+// Modal message boxes.
+#pragma once
+
+#include <devkit/export.h>
+#include <NXOpen/NXString.hxx>
+
+#include <vector>
+
+namespace NXOpen {
+
+class NXOPEN_EXPORT NXMessageBox {
+ public:
+    enum DialogType { DialogTypeError, DialogTypeWarning, DialogTypeInformation, DialogTypeQuestion };
+
+    /// The answer: 1 is yes, 2 is no.
+    int Show(const NXString& title, DialogType msgboxType, const NXString& message);
+    int Show(const char* title, DialogType msgboxType, const char* message);
+    int Show(const NXString& title, DialogType msgboxType, std::vector<NXString>& messages);
+};
+
+}  // namespace NXOpen

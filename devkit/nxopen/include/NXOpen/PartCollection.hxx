@@ -1,0 +1,19 @@
+// The parts of the session.
+#pragma once
+
+#include <devkit/export.h>
+
+namespace NXOpen {
+
+class BasePart;
+class Part;
+
+class NXOPEN_EXPORT PartCollection {
+ public:
+    /// The displayed part; null when there is none.
+    BasePart* BaseDisplay();
+    /// The same as a Part; null when it is none.
+    Part* Display();
+};
+
+}  // namespace NXOpen

@@ -1,0 +1,25 @@
+// Base of everything in the session that has a tag.
+#pragma once
+
+#include <devkit/export.h>
+#include <uf_defs.h>
+
+namespace NXOpen {
+
+class NXOPEN_EXPORT TaggedObject {
+ public:
+    virtual ~TaggedObject();
+    TaggedObject(const TaggedObject&) = delete;
+    TaggedObject& operator=(const TaggedObject&) = delete;
+
+    tag_t Tag() const;
+
+ protected:
+    /// Takes the next tag, under which NXObjectManager finds the object while it lives.
+    TaggedObject();
+
+ private:
+    tag_t tag_;
+};
+
+}  // namespace NXOpen

@@ -1,0 +1,18 @@
+// Base of everything that its caller deletes.
+#pragma once
+
+#include <devkit/export.h>
+
+namespace NXOpen {
+
+class NXOPEN_EXPORT TransientObject {
+ public:
+    virtual ~TransientObject();
+    TransientObject(const TransientObject&) = delete;
+    TransientObject& operator=(const TransientObject&) = delete;
+
+ protected:
+    TransientObject();
+};
+
+}  // namespace NXOpen

@@ -1,0 +1,13 @@
+// When a change takes effect.
+#pragma once
+
+#include <devkit/export.h>
+
+namespace NXOpen {
+
+class NXOPEN_EXPORT Update {
+ public:
+    enum Option { OptionNow, OptionLater };
+};
+
+}  // namespace NXOpen

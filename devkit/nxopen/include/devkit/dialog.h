@@ -1,0 +1,56 @@
+// A block dialog as read from its layout file, and what a presenter needs to show it.
+#pragma once
+
+#include <devkit/export.h>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace devkit {
+
+using PropertyValue = std::variant<bool, int, double, std::string, std::vector<std::string>>;
+
+/// One block: its class ("UICOMP_label", "UICOMP_button", "UICOMP_enum", "UGS::UICOMP_group", "UICOMP_separator") and
+/// its properties by interface name ("Label", "Bitmap", "Show", …). An enumeration keeps its members in `members` and
+/// the index of the chosen one in "Value" (an int).
+struct BlockData {
+    std::string id;
+    std::string type;
+    std::map<std::string, PropertyValue> properties;
+    std::set<std::string> enumerations;  ///< the properties that choose from a list; each is held as an int
+    std::vector<std::string> members;
+    std::vector<std::unique_ptr<BlockData>> children;
+    BlockData* parent = nullptr;
+};
+
+/// A dialog: its blocks in layout order, and the plug-in's handlers, which the presenter calls on the host's thread.
+/// They never throw: an exception that leaves the plug-in's function is a violation and goes no further.
+struct DialogData {
+    std::filesystem::path file;
+    std::string name;   ///< the layout's file name: "start.dlx"
+    std::string title;  ///< shown title
+    BlockData top;
+    std::function<void()> onInitialize;
+    std::function<void()> onShown;
+    std::function<void(BlockData& changed)> onUpdate;
+    std::function<void()> onClose;
+
+    /// The block with that id, or null.
+    NXOPEN_EXPORT BlockData* find(const std::string& id);
+};
+
+/// Text, flag and number of a property; the fallback (no text) when the block lacks it or has it as another type.
+NXOPEN_EXPORT std::string textProperty(const BlockData& block, const std::string& name);
+NXOPEN_EXPORT bool flagProperty(const BlockData& block, const std::string& name, bool fallback);
+NXOPEN_EXPORT int numberProperty(const BlockData& block, const std::string& name, int fallback);
+
+/// Reads a layout file. Throws std::runtime_error with the file's name and what is wrong.
+NXOPEN_EXPORT std::unique_ptr<DialogData> readLayout(const std::filesystem::path& file);
+
+}  // namespace devkit

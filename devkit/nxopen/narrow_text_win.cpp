@@ -1,0 +1,38 @@
+#include "host_text.h"
+
+#include <windows.h>
+
+namespace devkit {
+
+namespace {
+
+std::wstring wide(const std::string& text, UINT codePage) {
+    const int length = MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+    std::wstring result(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), result.data(), length);
+    return result;
+}
+
+std::string narrow(const std::wstring& text, UINT codePage) {
+    const int size = static_cast<int>(text.size());
+    const int length = WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(length), '\0');
+    WideCharToMultiByte(codePage, 0, text.data(), size, result.data(), length, nullptr, nullptr);
+    return result;
+}
+
+UINT fileSystemCodePage() {
+    return AreFileApisANSI() ? CP_ACP : CP_OEMCP;
+}
+
+}  // namespace
+
+std::string utf8FromNarrow(const std::string& text) {
+    return narrow(wide(text, fileSystemCodePage()), CP_UTF8);
+}
+
+std::string narrowFromUtf8(const std::string& text) {
+    return narrow(wide(text, CP_UTF8), fileSystemCodePage());
+}
+
+}  // namespace devkit

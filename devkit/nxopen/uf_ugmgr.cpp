@@ -1,0 +1,55 @@
+#include <uf_ugmgr.h>
+
+#include "calls.h"
+#include "host_objects.h"
+#include "host_text.h"
+#include "managed_name.h"
+#include "uf_status.h"
+
+namespace {
+
+struct DatabasePart;
+struct DatabaseRevision;
+
+}  // namespace
+
+int UF_UGMGR_decode_part_file_name(const char* encoded_name, char part_number[UF_UGMGR_PARTNO_BUFSIZE],
+                                   char part_revision[UF_UGMGR_PARTREV_BUFSIZE],
+                                   char part_file_type[UF_UGMGR_FTYPE_BUFSIZE],
+                                   char part_file_name[UF_UGMGR_FNAME_BUFSIZE]) {
+    using devkit::copyNarrow;
+    if (const int status = devkit::enterUf("UF_UGMGR_decode_part_file_name")) return status;
+    const auto item = devkit::decodeManagedName(devkit::utf8FromNarrow(encoded_name));
+    if (!item) return devkit::status::badName;
+    const bool fits = copyNarrow(item->number, part_number, UF_UGMGR_PARTNO_BUFSIZE) &&
+                      copyNarrow(item->revision, part_revision, UF_UGMGR_PARTREV_BUFSIZE) &&
+                      copyNarrow(item->fileType, part_file_type, UF_UGMGR_FTYPE_BUFSIZE) &&
+                      copyNarrow(item->fileName, part_file_name, UF_UGMGR_FNAME_BUFSIZE);
+    return fits ? 0 : devkit::status::textTooLong;
+}
+
+int UF_UGMGR_ask_part_tag(char* part_number, UF_UGMGR_tag_t* database_part_tag) {
+    if (const int status = devkit::enterUf("UF_UGMGR_ask_part_tag")) return status;
+    *database_part_tag = UF_UGMGR_null_tag;
+    devkit::PartData* part = devkit::Session::instance().findManaged(devkit::utf8FromNarrow(part_number));
+    if (part == nullptr) return devkit::status::notFound;
+    *database_part_tag = devkit::HostObjects::instance().make<devkit::TaggedPart<DatabasePart>>(*part)->Tag();
+    return 0;
+}
+
+int UF_UGMGR_ask_configured_rev(UF_UGMGR_tag_t database_part_tag, UF_UGMGR_tag_t* part_revision) {
+    if (const int status = devkit::enterUf("UF_UGMGR_ask_configured_rev")) return status;
+    auto& objects = devkit::HostObjects::instance();
+    const auto* found = objects.find<devkit::TaggedPart<DatabasePart>>(database_part_tag);
+    if (found == nullptr) return devkit::status::badTag;
+    *part_revision = objects.make<devkit::TaggedPart<DatabaseRevision>>(found->part)->Tag();
+    return 0;
+}
+
+int UF_UGMGR_ask_part_revision_id(UF_UGMGR_tag_t part_revision, char revision_id[UF_UGMGR_NAME_BUFSIZE]) {
+    if (const int status = devkit::enterUf("UF_UGMGR_ask_part_revision_id")) return status;
+    const auto* found = devkit::HostObjects::instance().find<devkit::TaggedPart<DatabaseRevision>>(part_revision);
+    if (found == nullptr || !found->part.managed) return devkit::status::badTag;
+    const std::string& id = found->part.managed->configuredRevision;
+    return devkit::copyNarrow(id, revision_id, UF_UGMGR_NAME_BUFSIZE) ? 0 : devkit::status::textTooLong;
+}

@@ -1,0 +1,75 @@
+#include <devkit/presenter.h>
+#include <devkit/session.h>
+#include <NXOpen/BlockStyler_BlockDialog.hxx>
+#include <NXOpen/NXMessageBox.hxx>
+#include <NXOpen/UI.hxx>
+
+#include <stdexcept>
+
+#include "calls.h"
+#include "dialog_state.h"
+#include "host_text.h"
+
+namespace NXOpen {
+
+namespace {
+
+std::filesystem::path findLayout(const std::filesystem::path& name) {
+    if (name.is_absolute()) return name;
+    std::error_code ignored;
+    for (const auto& folder : devkit::Session::instance().applicationFolders) {
+        if (std::filesystem::exists(folder / name, ignored)) return folder / name;
+    }
+    return name;
+}
+
+std::unique_ptr<devkit::DialogData> loadLayout(const std::string& name) {
+    try {
+        return devkit::readLayout(findLayout(devkit::pathFromUtf8(name)));
+    } catch (const std::runtime_error& error) {
+        devkit::fail(std::string("The dialog could not be created: ") + error.what());
+    }
+}
+
+}  // namespace
+
+UI* UI::GetUI() {
+    static UI ui;
+    return devkit::enterForPointer("NXOpen::UI::GetUI") ? &ui : nullptr;
+}
+
+NXOpen::NXMessageBox* UI::NXMessageBox() {
+    static NXOpen::NXMessageBox box;
+    return devkit::enterForPointer("NXOpen::UI::NXMessageBox") ? &box : nullptr;
+}
+
+BlockStyler::BlockDialog* UI::CreateDialog(const NXString& dialogName) {
+    if (!devkit::enterForPointer("NXOpen::UI::CreateDialog")) return nullptr;
+    auto state = std::make_unique<devkit::DialogState>(loadLayout(dialogName.GetUTF8Text()));
+    return new BlockStyler::BlockDialog(std::move(state));
+}
+
+BlockStyler::BlockDialog* UI::CreateDialog(const char* dialogName) {
+    return CreateDialog(NXString(dialogName));
+}
+
+int NXMessageBox::Show(const NXString& title, DialogType msgboxType, const NXString& message) {
+    devkit::enter("NXOpen::NXMessageBox::Show");
+    return devkit::presenter()->messageBox(title.GetUTF8Text(), static_cast<devkit::BoxKind>(msgboxType),
+                                           message.GetUTF8Text());
+}
+
+int NXMessageBox::Show(const char* title, DialogType msgboxType, const char* message) {
+    return Show(NXString(title), msgboxType, NXString(message));
+}
+
+int NXMessageBox::Show(const NXString& title, DialogType msgboxType, std::vector<NXString>& messages) {
+    std::string text;
+    for (const NXString& message : messages) {
+        if (!text.empty()) text += '\n';
+        text += message.GetUTF8Text();
+    }
+    return Show(title, msgboxType, devkit::hostString(text));
+}
+
+}  // namespace NXOpen
