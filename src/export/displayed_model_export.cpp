@@ -1,0 +1,94 @@
+#include "export/displayed_model_export.h"
+
+#include "export/drawing_pdf_export.h"
+#include "export/managed_clone_export.h"
+#include "export/part_queries.h"
+#include "logging/log.h"
+#include "logging/log_line.h"
+#include "platform/files.h"
+#include "platform/text_encoding.h"
+#include "traceability/part_label.h"
+
+namespace pivra {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using logging::LogDebug;
+using logging::LogInfo;
+using logging::LogLine;
+using logging::LogWarning;
+
+bool isSameFile(const fs::path& left, const fs::path& right) {
+    std::error_code leftMissing;
+    std::error_code rightMissing;
+    const fs::path canonicalLeft = fs::canonical(left, leftMissing);
+    const fs::path canonicalRight = fs::canonical(right, rightMissing);
+    return !leftMissing && !rightMissing && canonicalLeft == canonicalRight;
+}
+
+std::string reuse(const fs::path& file) {
+    std::string path = platform::utf8FromPath(file);
+    LogDebug(LogLine("Local NX model export reused existing temp file:").quoted("path", path).text());
+    return path;
+}
+
+/// A read-only model gives a read-only copy, which the next export could not overwrite.
+void makeWritable(const fs::path& file) {
+    std::error_code leftAsItIs;
+    fs::permissions(file, fs::perms::owner_write, fs::perm_options::add, leftAsItIs);
+}
+
+std::string copy(const std::string& sourcePath, const fs::path& source, const fs::path& target) {
+    std::string destination = platform::utf8FromPath(target);
+    LogDebug(LogLine("Copying local NX model for upload:")
+                 .quoted("source", sourcePath)
+                 .quoted("destination", destination)
+                 .text());
+    platform::copyFile(source, target);
+    makeWritable(target);
+    LogDebug(LogLine("Local NX model export complete:").quoted("destination", destination).text());
+    return destination;
+}
+
+}  // namespace
+
+std::string exportDisplayedModel(NXOpen::BasePart* part, const std::string& sourcePath, ExportRun& run) {
+    if (part == nullptr) {
+        LogWarning("NX model export skipped because there is no displayed part.");
+        return {};
+    }
+    const auto line = [&](const char* head) {
+        return LogLine(head).quoted("part", partLogLabel(part)).quoted("source", sourcePath).text();
+    };
+    if (isDrawingContext()) {
+        LogInfo(line("NX export selected drawing PDF path:"));
+        return exportDrawingPdf(part, sourcePath, run);
+    }
+    if (isManagedPart(part)) {
+        LogInfo(line("NX export selected managed clone path:"));
+        return exportManagedPart(part, run);
+    }
+    if (hasUsableLocalSource(sourcePath)) {
+        LogDebug(line("NX export selected local source copy path:"));
+        return copyLocalModel(sourcePath, run);
+    }
+    LogWarning(line("NX export skipped because the local part has not been saved to disk:"));
+    return {};
+}
+
+std::string copyLocalModel(const std::string& sourcePath, ExportRun& run) {
+    if (sourcePath.empty()) {
+        LogWarning("Local NX model export skipped because the source path is empty.");
+        return {};
+    }
+    if (const fs::path* earlier = run.copyOf(sourcePath)) return reuse(*earlier);
+    const fs::path source = platform::pathFromUtf8(sourcePath);
+    const fs::path target = run.placeFor(sourcePath);
+    std::string result = isSameFile(source, target) ? reuse(target) : copy(sourcePath, source, target);
+    run.rememberCopy(sourcePath, target);
+    return result;
+}
+
+}  // namespace pivra

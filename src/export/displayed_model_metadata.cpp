@@ -1,0 +1,258 @@
+#include "export/displayed_model_metadata.h"
+
+#include "export/assembly_checks.h"
+#include "export/assembly_files.h"
+#include "export/export_run.h"
+#include "export/file_names.h"
+#include "export/managed_clone_export.h"
+#include "export/part_queries.h"
+#include "logging/log.h"
+#include "logging/log_line.h"
+#include "nx/text.h"
+#include "platform/calendar.h"
+#include "platform/text_encoding.h"
+#include "traceability/part_label.h"
+#include "traceability/traceable_id.h"
+
+#include <NXOpen/BasePart.hxx>
+
+#include <array>
+#include <cstdio>
+#include <optional>
+#include <utility>
+
+namespace pivra {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using logging::LogDebug;
+using logging::LogInfo;
+using logging::LogLine;
+using logging::LogWarning;
+
+constexpr const char* unknownTime = "Unknown";
+
+constexpr std::array<const char*, 12> monthNames{"January", "February", "March",     "April",   "May",      "June",
+                                                 "July",    "August",   "September", "October", "November", "December"};
+
+void setTimes(ModelMetadata& metadata, platform::FileTime written) {
+    metadata.lastModified = formatDisplayTime(written);
+    metadata.lastModifiedUtc = formatUtcTime(written);
+}
+
+void setFileFacts(ModelMetadata& metadata, const fs::path& file) {
+    metadata.fileSizeMb = static_cast<double>(fileSizeBytes(file)) * mebibytesPerByte;
+    setTimes(metadata, platform::lastWriteTime(file));
+}
+
+/// One reading of the displayed part.
+class Reading {
+ public:
+    Reading(NXOpen::BasePart& part, ModelMetadata& metadata)
+        : part_(part), metadata_(metadata), label_(partLogLabel(&part)), isDrawing_(isDrawingContext()) {}
+
+    void classify();
+    void readFileFacts(ExportRun& run);
+    void readFiles(ExportRun& run);
+    void logResult() const;
+
+    /// Announces the reading of the file facts.
+    void logStart() const;
+
+ private:
+    void readLocalFacts();
+    void readManagedFacts(const ExportRun& run);
+    void readExportedFacts();
+    void readAssemblyFacts();
+
+    LogLine line(const char* head) const { return LogLine(head).quoted("part", label_); }
+    LogLine fileLine(const char* head) const {
+        return LogLine(head).quoted("file_name", metadata_.fileName).quoted("source_file_id", metadata_.sourceFileId);
+    }
+
+    NXOpen::BasePart& part_;
+    ModelMetadata& metadata_;
+    std::string label_;
+    bool isDrawing_;
+};
+
+void Reading::classify() {
+    metadata_.hasUnsavedChanges = hasUnsavedChanges(&part_, isDrawing_);
+    metadata_.isManaged = isManagedPart(&part_);
+    metadata_.sourcePath = nx::utf8(part_.FullPath());
+    if (metadata_.isManaged || hasUsableLocalSource(metadata_.sourcePath)) return;
+    LogDebug(line("NX part has no usable local source and did not decode as Teamcenter-managed; treating as local "
+                  "unsaved part:")
+                 .quoted("source", metadata_.sourcePath)
+                 .text());
+}
+
+void Reading::logStart() const {
+    LogInfo(line("Reading NX display metadata:")
+                .flag("drawing", isDrawing_)
+                .flag("managed", metadata_.isManaged)
+                .quoted("source", metadata_.sourcePath)
+                .text());
+}
+
+void Reading::readFileFacts(ExportRun& run) {
+    metadata_.sourceFileId = run.sessionKey();
+    if (metadata_.isManaged) {
+        readManagedFacts(run);
+    } else {
+        readLocalFacts();
+    }
+}
+
+void Reading::readLocalFacts() {
+    metadata_.fileName = lastPathComponent(metadata_.sourcePath);
+    if (metadata_.fileName.empty()) metadata_.fileName = nx::utf8(part_.Leaf());
+    if (!hasUsableLocalSource(metadata_.sourcePath)) {
+        LogWarning(line("NX display metadata found a local part without a saved source file:")
+                       .quoted("source_file_id", metadata_.sourceFileId)
+                       .quoted("source", metadata_.sourcePath)
+                       .text());
+        return;
+    }
+    setFileFacts(metadata_, platform::pathFromUtf8(metadata_.sourcePath));
+    LogDebug(fileLine("NX display metadata read from local source:").decimal("size_mb", metadata_.fileSizeMb).text());
+}
+
+void Reading::readManagedFacts(const ExportRun& run) {
+    metadata_.exportedFile = exportManagedPart(&part_, run);
+    metadata_.fileName = lastPathComponent(metadata_.exportedFile);
+    if (metadata_.fileName.empty()) metadata_.fileName = nx::utf8(part_.Leaf());
+    if (metadata_.exportedFile.empty()) {
+        LogWarning(line("Managed NX display metadata export produced no local clone:")
+                       .quoted("source_file_id", metadata_.sourceFileId)
+                       .text());
+        return;
+    }
+    readExportedFacts();
+}
+
+void Reading::readExportedFacts() {
+    const fs::path file = platform::pathFromUtf8(metadata_.exportedFile);
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (!fs::is_regular_file(status)) {
+        const bool isMissing = status.type() == fs::file_type::not_found;
+        metadata_.lastModified = unknownTime;
+        LogWarning(line("NX display metadata could not read managed export file stats:")
+                       .quoted("exported_file", metadata_.exportedFile)
+                       .quoted("error", error && !isMissing ? error.message() : "")
+                       .text());
+        return;
+    }
+    setFileFacts(metadata_, file);
+    LogDebug(fileLine("NX display metadata read from managed export:")
+                 .quoted("exported_file", metadata_.exportedFile)
+                 .decimal("size_mb", metadata_.fileSizeMb)
+                 .text());
+}
+
+void Reading::readFiles(ExportRun& run) {
+    metadata_.isPartFamily = !isDrawing_ && isPartFamilyMember(&part_);
+    metadata_.revision = configuredRevisionId(&part_);
+    if (!metadata_.fileName.empty()) metadata_.uploadFileName = metadata_.fileName;
+    if (isDrawing_) return;
+    collectUploadFiles(&part_, metadata_, run);
+    metadata_.hasUnsupportedFileTypes = hasUnsupportedComponent(&part_);
+    if (metadata_.isAssembly && !metadata_.files.empty()) readAssemblyFacts();
+}
+
+std::optional<platform::FileTime> newestWriteTime(const std::vector<ModelFileEntry>& files) {
+    std::optional<platform::FileTime> newest;
+    for (const auto& entry : files) {
+        if (!hasUsableLocalSource(entry.uploadPath)) continue;
+        const auto written = platform::lastWriteTime(platform::pathFromUtf8(entry.uploadPath));
+        if (!newest || written > *newest) newest = written;
+    }
+    return newest;
+}
+
+void Reading::readAssemblyFacts() {
+    if (const double total = totalSizeMb(metadata_.files); total > 0) metadata_.fileSizeMb = total;
+    if (!metadata_.isManaged) return;
+    if (const auto newest = newestWriteTime(metadata_.files)) setTimes(metadata_, *newest);
+}
+
+void Reading::logResult() const {
+    LogInfo(fileLine("NX display metadata ready:")
+                .flag("drawing", isDrawing_)
+                .flag("managed", metadata_.isManaged)
+                .flag("unsaved", metadata_.hasUnsavedChanges)
+                .flag("is_assembly", metadata_.isAssembly)
+                .flag("unsupported_file_types", metadata_.hasUnsupportedFileTypes)
+                .number("files", metadata_.files.size())
+                .number("uploaded_files", uploadedFileCount(metadata_.files))
+                .quoted("exported_file", metadata_.exportedFile)
+                .text());
+}
+
+void readPart(NXOpen::BasePart& part, ModelMetadata& metadata) {
+    metadata.hasLegacyId = legacyIdWarningNeeded(&part);
+    // The setting decides what becomes of such a part: the log has it next to the finding.
+    if (metadata.hasLegacyId) fixLegacyIdEnabled();
+    Reading reading(part, metadata);
+    reading.classify();
+    reading.logStart();
+    ExportRun run(IdentifierForm::display, resolveDisplayTraceableId(&part));
+    reading.readFileFacts(run);
+    reading.readFiles(run);
+    metadata.traceabilityError = traceabilityFailureMessage();
+    reading.logResult();
+}
+
+}  // namespace
+
+std::shared_ptr<ModelMetadata> readDisplayedModelMetadata() {
+    ModelMetadata metadata;
+    clearTraceabilityFailureMessage();
+    clearTraceabilitySavedPart();
+    if (NXOpen::BasePart* part = displayedPart()) {
+        readPart(*part, metadata);
+    } else {
+        metadata.fileName = "No displayed part";
+        metadata.lastModified = unknownTime;
+        LogWarning("NX metadata read found no displayed part.");
+    }
+    return std::make_shared<ModelMetadata>(std::move(metadata));
+}
+
+std::string formatDisplayTime(platform::FileTime time) {
+    const std::tm local = platform::localCalendarTime(time).fields;
+    const int hour = local.tm_hour % 12 == 0 ? 12 : local.tm_hour % 12;
+    char text[64];
+    std::snprintf(text, sizeof text, "%s %02d, %d - %02d:%02d %s", monthNames[static_cast<std::size_t>(local.tm_mon)],
+                  local.tm_mday, local.tm_year + 1900, hour, local.tm_min, local.tm_hour < 12 ? "AM" : "PM");
+    return text;
+}
+
+std::string formatUtcTime(platform::FileTime time) {
+    const std::tm utc = platform::utcCalendarTime(time).fields;
+    char text[64];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02dZ", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
+                  utc.tm_hour, utc.tm_min, utc.tm_sec);
+    return text;
+}
+
+std::uint64_t fileSizeBytes(const fs::path& file) {
+    std::error_code error;
+    const std::uintmax_t size = fs::file_size(file, error);
+    if (error) throw fs::filesystem_error("file_size", file, error);
+    return size;
+}
+
+double totalSizeMb(const std::vector<ModelFileEntry>& files) {
+    std::uint64_t total = 0;
+    for (const auto& entry : files) {
+        const std::string& path = entry.uploadPath.empty() ? entry.sourcePath : entry.uploadPath;
+        if (hasUsableLocalSource(path)) total += fileSizeBytes(platform::pathFromUtf8(path));
+    }
+    return static_cast<double>(total) * mebibytesPerByte;
+}
+
+}  // namespace pivra

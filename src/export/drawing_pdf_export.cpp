@@ -1,0 +1,129 @@
+#include "export/drawing_pdf_export.h"
+
+#include "export/file_names.h"
+#include "export/part_queries.h"
+#include "logging/log.h"
+#include "logging/log_line.h"
+#include "nx/text.h"
+#include "platform/files.h"
+#include "platform/text_encoding.h"
+#include "traceability/part_label.h"
+
+#include <NXOpen/Drawings_DrawingSheet.hxx>
+#include <NXOpen/Drawings_DrawingSheetCollection.hxx>
+#include <NXOpen/Part.hxx>
+#include <NXOpen/PlotManager.hxx>
+#include <NXOpen/PlotSourceBuilder.hxx>
+#include <NXOpen/PrintPDFBuilder.hxx>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace pivra {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using logging::LogInfo;
+using logging::LogLine;
+using logging::LogWarning;
+
+using Sheets = std::vector<NXOpen::NXObject*>;
+
+/// Fixed by number.
+constexpr auto printAction = static_cast<NXOpen::PrintPDFBuilder::ActionOption>(3);
+
+/// Ends a builder. It is gone even when that throws.
+struct BuilderDestroy {
+    void operator()(NXOpen::PrintPDFBuilder* builder) const noexcept {
+        try {
+            builder->Destroy();
+        } catch (const std::exception& error) {
+            LogWarning(LogLine("PDF builder could not be destroyed:").quoted("error", error.what()).text());
+        } catch (...) {
+            LogWarning("PDF builder could not be destroyed.");
+        }
+    }
+};
+
+Sheets sheetsOf(NXOpen::BasePart& part) {
+    Sheets sheets;
+    auto* drawn = dynamic_cast<NXOpen::Part*>(&part);
+    NXOpen::Drawings::DrawingSheetCollection* collection = drawn != nullptr ? drawn->DrawingSheets() : nullptr;
+    if (collection == nullptr) return sheets;
+    for (auto sheet = collection->begin(); sheet != collection->end(); ++sheet) sheets.push_back(*sheet);
+    return sheets;
+}
+
+std::optional<platform::FileTime> writeTime(const fs::path& file) {
+    if (!platform::isRegularFile(file)) return std::nullopt;
+    return platform::lastWriteTime(file);
+}
+
+/// Prints the sheets and returns true; false, with the reason in the log, when the host lacks what it takes.
+bool print(NXOpen::BasePart& part, Sheets& sheets, const std::string& destination) {
+    const auto fail = [&](const char* head) {
+        LogWarning(LogLine(head).quoted("part", partLogLabel(&part)).quoted("destination", destination).text());
+        return false;
+    };
+    NXOpen::PlotManager* manager = part.PlotManager();
+    if (manager == nullptr) return fail("Drawing PDF export failed because NX returned no plot manager:");
+    const std::unique_ptr<NXOpen::PrintPDFBuilder, BuilderDestroy> builder(manager->CreatePrintPdfbuilder());
+    NXOpen::PlotSourceBuilder* source = builder != nullptr ? builder->SourceBuilder() : nullptr;
+    if (source == nullptr) return fail("Drawing PDF export failed because NX returned no PDF source builder:");
+    builder->SetAction(printAction);
+    builder->SetAppend(false);
+    builder->SetFilename(nx::toHost(destination));
+    source->SetSheets(sheets);
+    source->SetSelectedSheets(static_cast<int>(sheets.size()));
+    builder->Commit();
+    return true;
+}
+
+}  // namespace
+
+std::string exportDrawingPdf(NXOpen::BasePart* part, const std::string& sourcePath, const ExportRun& run) {
+    if (part == nullptr) {
+        LogWarning("Drawing PDF export skipped because there is no displayed NX part.");
+        return {};
+    }
+    Sheets sheets = sheetsOf(*part);
+    const std::string label = partLogLabel(part);
+    if (sheets.empty()) {
+        LogWarning(LogLine("Drawing PDF export skipped because no drawing sheets were found:")
+                       .quoted("part", label)
+                       .quoted("source", sourcePath)
+                       .text());
+        return {};
+    }
+    const fs::path file = run.directory() / platform::pathFromUtf8(drawingPdfBaseName(part, sourcePath) + ".pdf");
+    std::string destination = platform::utf8FromPath(file);
+    const auto before = writeTime(file);
+    LogInfo(LogLine("Starting NX drawing PDF export:")
+                .quoted("part", label)
+                .number("sheets", sheets.size())
+                .quoted("destination", destination)
+                .text());
+    if (!print(*part, sheets, destination)) return {};
+    const auto after = writeTime(file);
+    if (after && (!before || *after > *before)) {
+        LogInfo(LogLine("NX drawing PDF export complete:").quoted("destination", destination).text());
+        return destination;
+    }
+    LogWarning(LogLine("Drawing PDF export did not produce a new or updated file:")
+                   .quoted("part", label)
+                   .quoted("destination", destination)
+                   .text());
+    return {};
+}
+
+std::string drawingPdfBaseName(NXOpen::BasePart* part, const std::string& sourcePath) {
+    if (const auto name = decodeManagedPartName(part)) return sanitizeFileName(name->partNumber);
+    const std::string leafStem = fileStem(nx::utf8(part->Leaf()));
+    const std::string stem = leafStem.empty() ? fileStem(sourcePath) : leafStem;
+    return stem.empty() ? "drawing" : sanitizeFileName(stem);
+}
+
+}  // namespace pivra

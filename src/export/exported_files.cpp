@@ -1,0 +1,69 @@
+#include "export/exported_files.h"
+
+#include "config/properties.h"
+#include "export/file_names.h"
+#include "platform/remove_tree.h"
+#include "platform/text_encoding.h"
+
+#include <tuple>
+
+namespace pivra {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool isSupported(const std::string& name) {
+    return hasExtension(name, ".prt") || hasExtension(name, ".pdf");
+}
+
+void addFile(const fs::path& path, std::vector<ExportedFile>& files) {
+    if (!isSupported(platform::utf8FromPath(path))) return;
+    try {
+        files.push_back({path, fs::file_size(path), platform::lastWriteTime(path)});
+    } catch (const fs::filesystem_error&) {
+        // Gone since it was listed.
+    }
+}
+
+bool isBetter(const ExportedFile& left, const ExportedFile& right) {
+    const auto rank = [](const ExportedFile& file) {
+        return std::tuple(hasExtension(platform::utf8FromPath(file.path), ".prt"), file.written);
+    };
+    return rank(left) > rank(right);
+}
+
+}  // namespace
+
+std::vector<ExportedFile> listExportedFiles(const fs::path& directory) {
+    // The system's own listing: the library's iterators walk through links on one or another compiler.
+    const auto operations = platform::systemTreeOperations();
+    std::vector<ExportedFile> files;
+    std::vector<fs::path> folders{directory};
+    while (!folders.empty()) {
+        const fs::path folder = folders.back();
+        folders.pop_back();
+        for (const auto& entry : operations.list(folder)) {
+            const fs::path path = folder / entry.path.filename();
+            if (entry.kind == platform::EntryKind::directory) folders.push_back(path);
+            if (entry.kind == platform::EntryKind::file) addFile(path, files);
+        }
+    }
+    return files;
+}
+
+FilesByPartNumber::FilesByPartNumber(const std::vector<ExportedFile>& files) {
+    for (const auto& file : files) {
+        const std::string key = config::toLower(fileStem(platform::utf8FromPath(file.path)));
+        const auto [place, isNew] = files_.try_emplace(key, file);
+        if (!isNew && isBetter(file, place->second)) place->second = file;
+    }
+}
+
+const ExportedFile* FilesByPartNumber::find(const std::string& partNumber) const {
+    if (partNumber.empty()) return nullptr;
+    const auto found = files_.find(config::toLower(sanitizeFileName(partNumber)));
+    return found == files_.end() ? nullptr : &found->second;
+}
+
+}  // namespace pivra

@@ -1,0 +1,253 @@
+#include "export/managed_clone_export.h"
+
+#include "export/component_walk.h"
+#include "export/exported_files.h"
+#include "export/nx_status.h"
+#include "export/part_queries.h"
+#include "logging/log.h"
+#include "logging/log_line.h"
+#include "nx/clone_records.h"
+#include "nx/text.h"
+#include "nx/uf_session.h"
+#include "platform/text_encoding.h"
+#include "traceability/part_label.h"
+
+#include <NXOpen/BasePart.hxx>
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+
+namespace pivra {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using logging::LogDebug;
+using logging::LogInfo;
+using logging::LogLine;
+using logging::LogWarning;
+
+// Settings of the clone that are fixed by number.
+constexpr auto exportOperation = static_cast<UF_CLONE_operation_class_t>(3);
+constexpr auto defaultAction = static_cast<UF_CLONE_action_t>(3);
+constexpr auto familyTreatment = static_cast<UF_CLONE_family_treatment_t>(1);
+constexpr auto namingByRule = static_cast<UF_CLONE_naming_technique_t>(2);
+constexpr int detailedNamingFailures = 5;
+
+/// The part under export, as the log names it.
+struct Subject {
+    std::string label;
+    std::string mode;
+    std::string directory;
+
+    LogLine line(const char* head) const { return LogLine(head).quoted("part", label); }
+    LogLine lineWithMode(const std::string& head) const {
+        return LogLine(head).quoted("part", label).plain("mode", mode);
+    }
+};
+
+/// A clone session of the host: ended on every path, whatever its opening returned.
+class CloneSession {
+ public:
+    CloneSession() { checkNxStatus("UF_CLONE_initialise", UF_CLONE_initialise(exportOperation)); }
+    ~CloneSession() { checkNxStatus("UF_CLONE_terminate", UF_CLONE_terminate()); }
+    CloneSession(const CloneSession&) = delete;
+    CloneSession& operator=(const CloneSession&) = delete;
+
+    void setUp(const fs::path& directory);
+    void add(const char* encodedName, bool isAssembly);
+    void perform();
+
+ private:
+    void emptyFailures() {
+        checkNxStatus("UF_CLONE_init_naming_failures", UF_CLONE_init_naming_failures(failures_.emptied()));
+    }
+    void setNameRule();
+    void report(const char* operation, int status) {
+        checkNxStatus(operation, status);
+        reportNamingFailures(operation, *failures_.get());
+    }
+
+    nx::NamingFailures failures_;
+};
+
+void CloneSession::setUp(const fs::path& directory) {
+    const std::string narrowDirectory = platform::fileSystemTextFromPath(directory);
+    emptyFailures();
+    checkNxStatus("UF_CLONE_set_def_action", UF_CLONE_set_def_action(defaultAction));
+    checkNxStatus("UF_CLONE_set_def_directory", UF_CLONE_set_def_directory(narrowDirectory.c_str()));
+    checkNxStatus("UF_CLONE_set_assoc_file_root_dir", UF_CLONE_set_assoc_file_root_dir(narrowDirectory.c_str()));
+    checkNxStatus("UF_CLONE_set_family_treatment", UF_CLONE_set_family_treatment(familyTreatment));
+    checkNxStatus("UF_CLONE_set_def_naming", UF_CLONE_set_def_naming(namingByRule));
+    setNameRule();
+    emptyFailures();
+    const logical isDryRun{};
+    checkNxStatus("UF_CLONE_set_dryrun", UF_CLONE_set_dryrun(isDryRun));
+}
+
+/// Files are named by the part's number in the database.
+void CloneSession::setNameRule() {
+    char numberOfPart[] = "${DB_PART_NO}";
+    char nothing[] = "";
+    UF_CLONE_name_rule_def_t rule{};
+    rule.base_string = numberOfPart;
+    rule.new_string = nothing;
+    report("UF_CLONE_set_name_rule", UF_CLONE_set_name_rule(&rule, failures_.get()));
+}
+
+void CloneSession::add(const char* encodedName, bool isAssembly) {
+    LogDebug(LogLine(std::string("Adding managed NX ") + (isAssembly ? "assembly" : "part") + " to UF_CLONE export:")
+                 .quoted("encoded_name", nx::utf8FromLocale(encodedName))
+                 .text());
+    if (!isAssembly) {
+        checkNxStatus("UF_CLONE_add_part", UF_CLONE_add_part(encodedName));
+        return;
+    }
+    nx::LoadStatus loaded;
+    checkNxStatus("UF_CLONE_add_assembly", UF_CLONE_add_assembly(encodedName, loaded.get()));
+}
+
+void CloneSession::perform() {
+    report("UF_CLONE_apply_defaults", UF_CLONE_apply_defaults(failures_.get()));
+    emptyFailures();
+    report("UF_CLONE_perform_clone", UF_CLONE_perform_clone(failures_.get()));
+}
+
+/// Runs the clone within the open bracket of the C interface and returns the part's number.
+std::string runClone(NXOpen::BasePart& part, const fs::path& directory) {
+    char encoded[MAX_FSPEC_BUFSIZE] = "";
+    checkNxStatus("UF_PART_ask_part_name", UF_PART_ask_part_name(part.Tag(), encoded));
+    ManagedPartName name;
+    checkNxStatus("UF_UGMGR_decode_part_file_name", decodeEncodedName(encoded, name));
+    LogDebug(LogLine("Decoded managed NX part name for export:")
+                 .quoted("part_number", name.partNumber)
+                 .quoted("revision", name.partRevision)
+                 .quoted("file_type", name.partFileType)
+                 .quoted("file_name", name.partFileName)
+                 .text());
+    CloneSession clone;
+    clone.setUp(directory);
+    clone.add(encoded, rootComponent(&part) != nullptr);
+    clone.perform();
+    return name.partNumber;
+}
+
+/// The files that lie in a folder, to tell later which were written since.
+class Leftovers {
+ public:
+    explicit Leftovers(const fs::path& directory) {
+        for (const auto& file : listExportedFiles(directory)) setBack(file.path);
+        for (const auto& file : listExportedFiles(directory)) files_.emplace(file.path, file);
+    }
+
+    bool lack(const ExportedFile& file) const {
+        const auto found = files_.find(file.path);
+        return found == files_.end() || found->second.size != file.size || found->second.written != file.written;
+    }
+
+ private:
+    /// Moves the write time away from now, so that it changes with every writing however coarse the clock of the file
+    /// system is.
+    static void setBack(const fs::path& file) {
+        std::error_code error;
+        const auto written = fs::last_write_time(file, error);
+        if (!error) fs::last_write_time(file, written - std::chrono::seconds(2), error);
+    }
+
+    std::map<fs::path, ExportedFile> files_;
+};
+
+/// The file that stands for the part among those written since `before`; empty when none was.
+std::string rootFile(const Subject& subject, const fs::path& directory, const Leftovers& before,
+                     const std::string& partNumber) {
+    std::vector<ExportedFile> files = listExportedFiles(directory);
+    files.erase(std::remove_if(files.begin(), files.end(), [&](const auto& file) { return !before.lack(file); }),
+                files.end());
+    if (files.empty()) {
+        LogWarning(subject.lineWithMode("Managed NX export did not produce a supported upload file:")
+                       .quoted("directory", subject.directory)
+                       .text());
+        return {};
+    }
+    const FilesByPartNumber byNumber(files);
+    if (const ExportedFile* named = byNumber.find(partNumber)) return platform::utf8FromPath(named->path);
+    const auto newest = std::max_element(
+        files.begin(), files.end(), [](const auto& left, const auto& right) { return left.written < right.written; });
+    std::string path = platform::utf8FromPath(newest->path);
+    LogDebug(subject.line("Managed NX export did not find a file matching the part number; using newest exported file:")
+                 .quoted("part_number", partNumber)
+                 .quoted("directory", subject.directory)
+                 .quoted("exported_file", path)
+                 .text());
+    return path;
+}
+
+bool ensureExists(const Subject& subject, const fs::path& directory) {
+    std::error_code error;
+    fs::create_directories(directory, error);
+    if (!error) return true;
+    LogWarning(subject.lineWithMode("Managed NX export failed because the export directory could not be created:")
+                   .quoted("directory", subject.directory)
+                   .quoted("error", error.message())
+                   .text());
+    return false;
+}
+
+}  // namespace
+
+std::string exportManagedPart(NXOpen::BasePart* part, const ExportRun& run) {
+    const std::string mode = run.form() == IdentifierForm::upload ? "upload" : "display";
+    if (part == nullptr) {
+        LogWarning("Managed NX export skipped because there is no displayed part: mode=" + mode + ".");
+        return {};
+    }
+    const fs::path directory = run.directory();
+    const Subject subject{partLogLabel(part), mode, platform::utf8FromPath(directory)};
+    if (!ensureExists(subject, directory)) return {};
+    const Leftovers leftovers(directory);
+    std::string partNumber;
+    {
+        const nx::UfSession session;
+        if (!session) {
+            LogWarning(subject
+                           .lineWithMode("Managed NX export failed because UF_initialize returned status " +
+                                         std::to_string(session.status()) + ":")
+                           .text());
+            return {};
+        }
+        LogInfo(subject.lineWithMode("Starting managed NX export:")
+                    .quoted("traceable_id", run.sessionKey())
+                    .quoted("directory", subject.directory)
+                    .text());
+        partNumber = runClone(*part, directory);
+    }
+    std::string file = rootFile(subject, directory, leftovers, partNumber);
+    if (file.empty()) return {};
+    LogInfo(subject.lineWithMode("Managed NX export complete:")
+                .quoted("exported_file", file)
+                .quoted("decoded_part_number", partNumber)
+                .text());
+    return file;
+}
+
+void reportNamingFailures(const std::string& operation, const UF_CLONE_naming_failures_t& failures) {
+    if (failures.n_failures <= 0) return;
+    LogWarning(operation + " reported " + std::to_string(failures.n_failures) + " naming failure(s).");
+    const int detailed = std::min(failures.n_failures, detailedNamingFailures);
+    for (int index = 0; index < detailed; ++index) {
+        const auto nameIn = [&](char** names) { return nx::utf8FromLocale(names != nullptr ? names[index] : nullptr); };
+        LogDebug(LogLine(operation + " naming failure[" + std::to_string(index) + "]:")
+                     .quoted("input", nameIn(failures.input_names))
+                     .quoted("output", nameIn(failures.output_names))
+                     .number("status", failures.statuses != nullptr ? failures.statuses[index] : 0)
+                     .text());
+    }
+    if (failures.n_failures > detailed) {
+        LogDebug(operation + " suppressed " + std::to_string(failures.n_failures - detailed) +
+                 " additional naming failure detail(s).");
+    }
+}
+
+}  // namespace pivra

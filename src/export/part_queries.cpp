@@ -1,0 +1,133 @@
+#include "export/part_queries.h"
+
+#include "export/nx_status.h"
+#include "logging/log.h"
+#include "logging/log_line.h"
+#include "nx/display_part.h"
+#include "nx/text.h"
+#include "nx/uf_session.h"
+#include "platform/files.h"
+#include "platform/text_encoding.h"
+#include "traceability/part_label.h"
+
+#include <uf.h>
+#include <uf_fam.h>
+#include <uf_part.h>
+#include <uf_ugmgr.h>
+#include <NXOpen/BasePart.hxx>
+
+namespace pivra {
+
+namespace {
+
+constexpr int draftingModule = 1;
+
+/// The bracket is open; otherwise the log has the reason.
+bool opened(const nx::UfSession& session) {
+    return checkNxStatus("UF_initialize", session.status());
+}
+
+bool isFamilyInstance(tag_t part) {
+    logical isInstance{};
+    return checkNxStatus("UF_PART_is_family_instance", UF_PART_is_family_instance(part, &isInstance)) && isInstance;
+}
+
+bool isFamilyTemplate(tag_t part) {
+    logical isTemplate{};
+    return checkNxStatus("UF_PART_is_family_template", UF_PART_is_family_template(part, &isTemplate)) && isTemplate;
+}
+
+bool hasFamilyInstanceData(tag_t part) {
+    tag_t instance = NULL_TAG;
+    if (!checkNxStatus("UF_PART_ask_family_instance", UF_PART_ask_family_instance(part, &instance))) return false;
+    if (instance == NULL_TAG) return false;
+    tag_t family = NULL_TAG;
+    int member = -1;
+    return checkNxStatus("UF_FAM_ask_instance_data", UF_FAM_ask_instance_data(instance, &family, &member)) &&
+           member >= 0;
+}
+
+std::string configuredRevisionIdOf(const std::string& partNumber) {
+    std::string number = nx::localeText(partNumber);
+    UF_UGMGR_tag_t part = UF_UGMGR_null_tag;
+    UF_UGMGR_tag_t revision = UF_UGMGR_null_tag;
+    char id[UF_UGMGR_NAME_BUFSIZE] = "";
+    const bool found = checkNxStatus("UF_UGMGR_ask_part_tag", UF_UGMGR_ask_part_tag(number.data(), &part)) &&
+                       checkNxStatus("UF_UGMGR_ask_configured_rev", UF_UGMGR_ask_configured_rev(part, &revision)) &&
+                       checkNxStatus("UF_UGMGR_ask_part_revision_id", UF_UGMGR_ask_part_revision_id(revision, id));
+    return found ? nx::utf8FromLocale(id) : std::string();
+}
+
+}  // namespace
+
+NXOpen::BasePart* displayedPart() {
+    return nx::displayedPart();
+}
+
+bool isDrawingContext() {
+    const nx::UfSession session;
+    if (!opened(session)) return false;
+    int module = 0;
+    return checkNxStatus("UF_ask_application_module", UF_ask_application_module(&module)) && module == draftingModule;
+}
+
+bool isPartModified(NXOpen::BasePart* part, std::string_view check) {
+    const nx::UfSession session;
+    if (session) return UF_PART_is_modified(part->Tag()) != 0;
+    logging::LogWarning(logging::LogLine(std::string(check) + " failed because UF_initialize returned status " +
+                                         std::to_string(session.status()) + ":")
+                            .quoted("part", partLogLabel(part))
+                            .text());
+    return false;
+}
+
+bool isPartFamilyMember(NXOpen::BasePart* part) {
+    const nx::UfSession session;
+    if (!opened(session)) return false;
+    const tag_t tag = part->Tag();
+    return isFamilyInstance(tag) || isFamilyTemplate(tag) || hasFamilyInstanceData(tag);
+}
+
+int decodeEncodedName(const char* encoded, ManagedPartName& name) {
+    char number[UF_UGMGR_PARTNO_BUFSIZE] = "";
+    char revision[UF_UGMGR_PARTREV_BUFSIZE] = "";
+    char fileType[UF_UGMGR_FTYPE_BUFSIZE] = "";
+    char fileName[UF_UGMGR_FNAME_BUFSIZE] = "";
+    const int status = UF_UGMGR_decode_part_file_name(encoded, number, revision, fileType, fileName);
+    if (status == 0) {
+        name = {nx::utf8FromLocale(number), nx::utf8FromLocale(revision), nx::utf8FromLocale(fileType),
+                nx::utf8FromLocale(fileName)};
+    }
+    return status;
+}
+
+std::optional<ManagedPartName> decodeManagedPartName(NXOpen::BasePart* part) {
+    const nx::UfSession session;
+    if (!opened(session)) return std::nullopt;
+    char encoded[MAX_FSPEC_BUFSIZE] = "";
+    if (!checkNxStatus("UF_PART_ask_part_name", UF_PART_ask_part_name(part->Tag(), encoded))) return std::nullopt;
+    ManagedPartName name;
+    // A native part's name does not decode: an answer, not a failure.
+    if (decodeEncodedName(encoded, name) != 0 || name.partNumber.empty()) return std::nullopt;
+    return name;
+}
+
+bool isManagedPart(NXOpen::BasePart* part) {
+    return decodeManagedPartName(part).has_value();
+}
+
+bool hasUsableLocalSource(std::string_view path) {
+    return !path.empty() && platform::isRegularFile(platform::pathFromUtf8(path));
+}
+
+std::string configuredRevisionId(NXOpen::BasePart* part) {
+    constexpr const char* noRevision = "1";
+    const auto name = decodeManagedPartName(part);
+    if (!name) return noRevision;
+    const nx::UfSession session;
+    if (!opened(session)) return noRevision;
+    const std::string id = configuredRevisionIdOf(name->partNumber);
+    return id.empty() ? noRevision : id;
+}
+
+}  // namespace pivra

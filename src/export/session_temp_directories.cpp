@@ -1,0 +1,184 @@
+#include "export/session_temp_directories.h"
+
+#include "config/properties.h"
+#include "logging/log.h"
+#include "logging/log_line.h"
+#include "platform/environment.h"
+#include "platform/remove_tree.h"
+#include "platform/temp_path.h"
+#include "platform/text_encoding.h"
+#include "platform/thread_id.h"
+
+#include <atomic>
+#include <chrono>
+#include <optional>
+#include <stdexcept>
+#include <thread>
+
+namespace pivra {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* retainKey = "pivra_nx_retain_temp_files";
+constexpr const char* namePrefix = "pivra-";
+constexpr int allocationAttempts = 32;
+
+struct SessionState {
+    std::optional<std::string> key;
+    std::optional<std::string> directoryName;
+};
+
+SessionState& state() {
+    static SessionState instance;
+    return instance;
+}
+
+/// Holds the lock over the state. Spins: it is only ever contended for the length of a few file operations.
+class StateLock {
+ public:
+    StateLock() {
+        while (flag.exchange(1, std::memory_order_acquire) == 1) std::this_thread::yield();
+    }
+    ~StateLock() { flag.store(0, std::memory_order_release); }
+    StateLock(const StateLock&) = delete;
+    StateLock& operator=(const StateLock&) = delete;
+
+ private:
+    static inline std::atomic<std::uint32_t> flag{0};
+};
+
+fs::path findBaseDirectory() {
+    if (const auto temp = platform::userTempDirectory()) return *temp;
+    const auto localData = platform::environmentPath("LOCALAPPDATA");
+    if (localData && !localData->empty()) return *localData / "Temp";
+    throw std::runtime_error("Unable to resolve base directory for session temp files.");
+}
+
+/// Resolved once a process; a failure leaves it to the next call.
+const fs::path& baseDirectory() {
+    static const fs::path directory = findBaseDirectory();
+    return directory;
+}
+
+void logRetained(const std::string& cleanup) {
+    logging::LogDebug("Skipping " + cleanup + " because " + retainKey + " is true.");
+}
+
+void deleteTree(const fs::path& directory) {
+    const std::error_code error = platform::removeTree(directory);
+    if (!error) return;
+    logging::LogWarning(logging::LogLine("Temp directory could not be deleted and stays behind:")
+                            .quoted("directory", platform::utf8FromPath(directory))
+                            .quoted("error", error.message())
+                            .text());
+}
+
+void deleteCurrentUnlessRetained() {
+    if (retainTempFiles()) {
+        logRetained("temp directory cleanup");
+    } else {
+        deleteTree(baseDirectory() / *state().directoryName);
+    }
+}
+
+const fs::path& ensureExists(const fs::path& directory) {
+    std::error_code error;
+    const fs::file_status status = fs::status(directory, error);
+    if (fs::is_directory(status)) return directory;
+    if (fs::exists(status)) throw std::runtime_error("Session temp path exists but is not a directory.");
+    if (status.type() != fs::file_type::not_found) {
+        throw std::runtime_error("Failed to check session temp directory existence.");
+    }
+    fs::create_directory(directory, error);
+    if (error) throw std::runtime_error("Failed to create session temp directory.");
+    return directory;
+}
+
+std::string nextToken() {
+    static std::atomic<std::uint64_t> counter{0};
+    const std::uint64_t count = counter.fetch_add(1);
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    const auto nanoseconds = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+    return sessionToken(count, platform::currentThreadId(), static_cast<std::uint64_t>(nanoseconds));
+}
+
+fs::path allocateDirectory() {
+    for (int attempt = 0; attempt < allocationAttempts; ++attempt) {
+        const std::string name = namePrefix + nextToken();
+        std::error_code error;
+        if (!fs::create_directory(baseDirectory() / name, error) || error) continue;
+        state().directoryName = name;
+        return baseDirectory() / name;
+    }
+    throw std::runtime_error("Unable to allocate a unique session temp directory.");
+}
+
+bool isSessionDirectory(const fs::directory_entry& entry) {
+    std::error_code error;
+    return entry.symlink_status(error).type() == fs::file_type::directory &&
+           platform::utf8FromPath(entry.path().filename()).rfind(namePrefix, 0) == 0;
+}
+
+void deleteSessionDirectoriesIn(const fs::path& base) {
+    std::error_code unreadable;
+    for (fs::directory_iterator entry(base, unreadable); entry != fs::directory_iterator(); ++entry) {
+        if (isSessionDirectory(*entry)) deleteTree(entry->path());
+    }
+}
+
+}  // namespace
+
+fs::path sessionTempDirectory(const std::string& sessionKey) {
+    const StateLock lock;
+    const fs::path& base = baseDirectory();
+    const std::string key = sessionKey.empty() ? "__default__" : sessionKey;
+    SessionState& current = state();
+    if (current.directoryName && current.key && *current.key != key) {
+        deleteCurrentUnlessRetained();
+        current.directoryName.reset();
+    }
+    if (current.directoryName) return ensureExists(base / *current.directoryName);
+    current.key = key;
+    return allocateDirectory();
+}
+
+void cleanupSessionTempDirectory() noexcept {
+    const StateLock lock;
+    try {
+        if (state().directoryName) deleteCurrentUnlessRetained();
+    } catch (...) {
+        // What stays behind is swept at a later launch.
+    }
+    state() = {};
+}
+
+void cleanupStaleSessionTempDirectories() {
+    if (retainTempFiles()) return logRetained("stale temp directory cleanup");
+    const fs::path* base = nullptr;
+    try {
+        base = &baseDirectory();
+    } catch (const std::runtime_error& error) {
+        return logging::LogWarning(error.what());
+    }
+    deleteSessionDirectoriesIn(*base);
+}
+
+bool retainTempFiles() {
+    return config::toLower(config::GetProperty(retainKey)) == "true";
+}
+
+std::string sessionToken(std::uint64_t count, std::uint32_t threadId, std::uint64_t nanoseconds) {
+    std::uint64_t hash = 0xcbf29ce484222325;  // FNV-1a, 64 bits
+    for (int shift = 0; shift < 32; shift += 8) {
+        hash ^= (threadId >> shift) & 0xff;
+        hash *= 0x100000001b3;
+    }
+    const std::uint64_t value = (count * 0x9e3779b97f4a7c15) ^ (2 * hash) ^ nanoseconds;
+    std::string token;
+    for (int shift = 60; shift >= 0; shift -= 4) token += "0123456789abcdef"[(value >> shift) & 0xf];
+    return token;
+}
+
+}  // namespace pivra

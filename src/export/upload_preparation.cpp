@@ -1,0 +1,140 @@
+#include "export/upload_preparation.h"
+
+#include "export/assembly_checks.h"
+#include "export/assembly_files.h"
+#include "export/displayed_model_export.h"
+#include "export/displayed_model_metadata.h"
+#include "export/export_run.h"
+#include "export/file_names.h"
+#include "export/part_queries.h"
+#include "logging/log.h"
+#include "logging/log_line.h"
+#include "nx/text.h"
+#include "traceability/part_label.h"
+#include "traceability/traceable_id.h"
+
+#include <NXOpen/BasePart.hxx>
+
+#include <stdexcept>
+
+namespace pivra {
+
+namespace {
+
+using logging::LogInfo;
+using logging::LogLine;
+using logging::LogWarning;
+
+constexpr const char* cachedExport = "cached_managed_export";
+
+/// Brings what is known of the part up to date.
+void refresh(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadata) {
+    metadata.sourcePath = nx::utf8(part.FullPath());
+    metadata.uploadBlockedReason.clear();
+    metadata.isManaged = isManagedPart(&part);
+    metadata.hasUnsavedChanges = hasUnsavedChanges(&part, isDrawing);
+    metadata.hasUnsupportedFileTypes = !isDrawing && hasUnsupportedComponent(&part);
+    clearTraceabilityFailureMessage();
+    clearTraceabilitySavedPart();
+}
+
+void logStart(const std::string& label, bool isDrawing, const ModelMetadata& metadata) {
+    LogInfo(LogLine("Preparing NX upload files:")
+                .quoted("part", label)
+                .flag("drawing", isDrawing)
+                .flag("managed", metadata.isManaged)
+                .flag("unsaved", metadata.hasUnsavedChanges)
+                .quoted("cached_export", metadata.exportedFile)
+                .quoted("source", metadata.sourcePath)
+                .text());
+}
+
+void block(const std::string& label, ModelMetadata& metadata) {
+    metadata.exportedFile.clear();
+    metadata.files.clear();
+    metadata.uploadBlockedReason = "Save the NX file before uploading to Pivra.";
+    LogWarning(LogLine("NX upload preparation stopped because the native model has no saved local source file:")
+                   .quoted("part", label)
+                   .quoted("source", metadata.sourcePath)
+                   .text());
+}
+
+const char* exportReason(bool isDrawing, const ModelMetadata& metadata) {
+    if (isDrawing) return "drawing";
+    if (!metadata.isManaged) return "local_source";
+    // A file that was deleted since is no earlier export either.
+    if (!hasUsableLocalSource(metadata.exportedFile)) return "missing_cached_managed_export";
+    if (traceabilitySavedPart() && traceabilityFailureMessage().empty()) return "traceability_changed";
+    return cachedExport;
+}
+
+void runExport(NXOpen::BasePart& part, const std::string& label, const std::string& reason, ModelMetadata& metadata,
+               ExportRun& run) {
+    LogInfo(LogLine("Running NX export before upload:").plain("reason", reason).quoted("part", label).text());
+    metadata.exportedFile = exportDisplayedModel(&part, metadata.sourcePath, run);
+    if (metadata.exportedFile.empty()) {
+        LogWarning(LogLine("NX export before upload produced no root file:")
+                       .plain("reason", reason)
+                       .quoted("part", label)
+                       .text());
+        return;
+    }
+    LogInfo(LogLine("NX export before upload complete:")
+                .plain("reason", reason)
+                .quoted("exported_file", metadata.exportedFile)
+                .text());
+}
+
+void collectFiles(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadata, ExportRun& run) {
+    if (isDrawing || hasExtension(metadata.exportedFile, ".pdf")) {
+        metadata.files.clear();
+        metadata.isAssembly = false;
+        return;
+    }
+    collectUploadFiles(&part, metadata, run);
+    if (!metadata.files.empty()) metadata.fileSizeMb = totalSizeMb(metadata.files);
+}
+
+void logResult(bool isDrawing, const ModelMetadata& metadata) {
+    LogInfo(LogLine("Prepared NX upload files:")
+                .quoted("file_name", metadata.fileName)
+                .quoted("source_file_id", metadata.sourceFileId)
+                .flag("drawing", isDrawing)
+                .flag("managed", metadata.isManaged)
+                .flag("is_assembly", metadata.isAssembly)
+                .quoted("exported_file", metadata.exportedFile)
+                .number("files", metadata.files.size())
+                .number("uploaded_files", uploadedFileCount(metadata.files))
+                .text());
+}
+
+void prepare(NXOpen::BasePart& part, ModelMetadata& metadata) {
+    const std::string label = partLogLabel(&part);
+    const bool isDrawing = isDrawingContext();
+    refresh(part, isDrawing, metadata);
+    logStart(label, isDrawing, metadata);
+    if (!metadata.isManaged && !isDrawing && !hasUsableLocalSource(metadata.sourcePath)) return block(label, metadata);
+    ExportRun run(IdentifierForm::upload, resolveTraceableId(&part));
+    const std::string reason = exportReason(isDrawing, metadata);
+    if (reason == cachedExport) {
+        LogInfo(LogLine("Reusing cached managed NX export before upload:")
+                    .quoted("exported_file", metadata.exportedFile)
+                    .text());
+    } else {
+        runExport(part, label, reason, metadata, run);
+    }
+    metadata.sourceFileId = run.sessionKey();
+    collectFiles(part, isDrawing, metadata, run);
+    metadata.traceabilityError = traceabilityFailureMessage();
+    logResult(isDrawing, metadata);
+    if (!metadata.traceabilityError.empty()) throw std::runtime_error(metadata.traceabilityError);
+}
+
+}  // namespace
+
+void prepareUploadFiles(const std::shared_ptr<ModelMetadata>& metadata) {
+    if (NXOpen::BasePart* part = displayedPart()) return prepare(*part, *metadata);
+    LogWarning("NX upload preparation skipped because there is no displayed part.");
+}
+
+}  // namespace pivra

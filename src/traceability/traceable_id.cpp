@@ -1,0 +1,212 @@
+#include "traceability/traceable_id.h"
+
+#include "config/properties.h"
+#include "logging/log.h"
+#include "logging/log_line.h"
+#include "nx/display_part.h"
+#include "nx/text.h"
+#include "traceability/part_label.h"
+#include "traceability/pivra_id_attribute.h"
+
+#include <NXOpen/BasePart.hxx>
+
+#include <optional>
+#include <utility>
+
+namespace pivra {
+
+namespace {
+
+using logging::LogInfo;
+using logging::LogLine;
+using logging::LogWarning;
+
+/// What a resolution reads of a part.
+struct Identity {
+    std::string label;
+    std::string internalId;
+    bool isTopLevel = false;
+    std::optional<std::string> pivraId;
+
+    bool hasValidPivraId() const { return pivraId && isNxUuidFormat(*pivraId); }
+};
+
+/// A line with the part and its internal identifier under the name `idName`.
+LogLine line(const char* head, const Identity& identity, const char* idName) {
+    return LogLine(head).quoted("part", identity.label).quoted(idName, identity.internalId);
+}
+
+LogLine lineWithAttribute(const char* head, const Identity& identity, const char* idName) {
+    return line(head, identity, idName).quoted("pivra_id", identity.pivraId.value_or(""));
+}
+
+std::string internalIdOf(NXOpen::BasePart& part) {
+    return nx::utf8(part.UniqueIdentifier());
+}
+
+void warnOfAttributeWithoutInternalId(const Identity& identity) {
+    if (identity.pivraId.value_or("").empty()) return;
+    LogWarning(lineWithAttribute("Ignoring PIVRA_ID attribute because NX internal ID is not legacy:", identity, "nx_id")
+                   .text());
+}
+
+std::string displayIdOfLegacyPart(const Identity& identity) {
+    if (identity.hasValidPivraId()) {
+        LogInfo(lineWithAttribute(
+                    "Using existing PIVRA_ID for legacy NX internal ID while reading display traceable ID:", identity,
+                    "legacy_id")
+                    .text());
+        return *identity.pivraId;
+    }
+    if (identity.pivraId && identity.pivraId->empty()) {
+        LogWarning(
+            line("Ignoring empty PIVRA_ID attribute while reading display traceable ID:", identity, "nx_id").text());
+    } else if (identity.pivraId) {
+        LogWarning(lineWithAttribute("Ignoring invalid PIVRA_ID while reading display traceable ID:", identity, "nx_id")
+                       .text());
+    }
+    return identity.internalId;
+}
+
+std::string displayId(const Identity& identity) {
+    if (identity.internalId.empty()) {
+        warnOfAttributeWithoutInternalId(identity);
+        return {};
+    }
+    if (!isNxUuidFormat(identity.internalId)) return displayIdOfLegacyPart(identity);
+    if (identity.pivraId) {
+        LogInfo(lineWithAttribute(
+                    "Using NX internal ID because it is UUID-style; PIVRA_ID attribute ignored:", identity, "nx_id")
+                    .text());
+    }
+    return identity.internalId;
+}
+
+void cleanUp(NXOpen::BasePart& part, const Identity& identity) {
+    LogInfo(lineWithAttribute(
+                "Using NX internal ID because it is UUID-style; PIVRA_ID attribute cleanup needed:", identity, "nx_id")
+                .text());
+    if (identity.isTopLevel) {
+        removeRedundantId(part, {identity.label, identity.internalId, *identity.pivraId});
+    } else {
+        LogInfo(lineWithAttribute("Skipping PIVRA_ID cleanup for non-top-level NX part:", identity, "nx_id").text());
+    }
+}
+
+std::string uploadIdOfLegacyMember(const Identity& identity) {
+    if (!identity.pivraId.value_or("").empty()) {
+        LogWarning(line("Ignoring invalid PIVRA_ID for non-top-level part:", identity, "legacy_id").text());
+    }
+    LogInfo(line("Skipping PIVRA_ID repair for non-top-level legacy NX part:", identity, "legacy_id").text());
+    return identity.internalId;
+}
+
+std::string uploadIdOfLegacyPart(NXOpen::BasePart& part, const Identity& identity) {
+    if (identity.hasValidPivraId()) {
+        LogInfo(lineWithAttribute("Using existing PIVRA_ID for legacy NX internal ID:", identity, "legacy_id").text());
+        return *identity.pivraId;
+    }
+    if (identity.pivraId && identity.pivraId->empty()) {
+        LogWarning(line("Ignoring empty PIVRA_ID attribute:", identity, "nx_id").text());
+    }
+    if (!identity.isTopLevel) return uploadIdOfLegacyMember(identity);
+    if (!identity.pivraId.value_or("").empty()) {
+        LogWarning(lineWithAttribute("Existing PIVRA_ID does not match NX UUID format and will be replaced:", identity,
+                                     "legacy_id")
+                       .text());
+    }
+    if (fixLegacyIdEnabled()) return repairLegacyId(part, identity.label, identity.internalId);
+    LogWarning(
+        line("pivra_fix_legacy_id is false; legacy NX internal ID will not be fixed:", identity, "legacy_id").text());
+    return identity.internalId;
+}
+
+std::string uploadId(NXOpen::BasePart& part, const Identity& identity) {
+    if (identity.internalId.empty()) {
+        warnOfAttributeWithoutInternalId(identity);
+        return {};
+    }
+    if (!isNxUuidFormat(identity.internalId)) return uploadIdOfLegacyPart(part, identity);
+    if (identity.pivraId) cleanUp(part, identity);
+    return identity.internalId;
+}
+
+bool needsValidPivraId(const Identity& identity) {
+    LogInfo(line("Legacy NX internal ID detected:", identity, "legacy_id").text());
+    if (identity.hasValidPivraId()) {
+        LogInfo(lineWithAttribute("Legacy NX internal ID already has valid PIVRA_ID; warning suppressed:", identity,
+                                  "legacy_id")
+                    .text());
+        return false;
+    }
+    if (identity.pivraId && identity.pivraId->empty()) {
+        LogWarning(line("Ignoring empty PIVRA_ID attribute:", identity, "legacy_id").text());
+    } else if (identity.pivraId) {
+        LogWarning(lineWithAttribute("Existing PIVRA_ID does not match NX UUID format:", identity, "legacy_id")
+                       .text("; replacement required."));
+    }
+    LogInfo(line("Legacy NX internal ID requires PIVRA_ID:", identity, "legacy_id").text());
+    return true;
+}
+
+void logSetting(const std::string& raw, bool enabled) {
+    static std::optional<std::pair<std::string, bool>> lastLogged;
+    const std::pair setting(raw, enabled);
+    if (lastLogged == setting) return;
+    lastLogged = setting;
+    LogInfo(std::string("pivra_fix_legacy_id is ") + (enabled ? "true" : "false") +
+            (raw.empty() ? " (default true)." : " (configured value: \"" + raw + "\")."));
+}
+
+void warnOf(const char* head, const std::string& label) {
+    LogWarning(LogLine(head).quoted("part", label).text());
+}
+
+}  // namespace
+
+std::string resolveDisplayTraceableId(NXOpen::BasePart* part) {
+    if (part == nullptr) return {};
+    const std::string label = partLogLabel(part);
+    try {
+        return displayId({label, internalIdOf(*part), false, readPivraId(*part)});
+    } catch (...) {
+        warnOf("Failed to read NX internal ID while resolving display traceable ID:", label);
+        return {};
+    }
+}
+
+std::string resolveTraceableId(NXOpen::BasePart* part) {
+    if (part == nullptr) return {};
+    const std::string label = partLogLabel(part);
+    try {
+        return uploadId(*part, {label, internalIdOf(*part), part == nx::displayedPart(), readPivraId(*part)});
+    } catch (...) {
+        warnOf("Failed to read NX internal ID while resolving traceable ID:", label);
+        return {};
+    }
+}
+
+std::string traceableId(NXOpen::BasePart* part, IdentifierForm form) {
+    return form == IdentifierForm::upload ? resolveTraceableId(part) : resolveDisplayTraceableId(part);
+}
+
+bool legacyIdWarningNeeded(NXOpen::BasePart* part) {
+    if (part == nullptr) return false;
+    try {
+        const std::string internalId = internalIdOf(*part);
+        if (internalId.empty() || isNxUuidFormat(internalId)) return false;
+        return needsValidPivraId({partLogLabel(part), internalId, false, readPivraId(*part)});
+    } catch (...) {
+        warnOf("Failed to inspect NX internal ID:", partLogLabel(part));
+        return false;
+    }
+}
+
+bool fixLegacyIdEnabled() {
+    const std::string raw = config::GetProperty("pivra_fix_legacy_id");
+    const bool enabled = config::ParseBooleanSetting("pivra_fix_legacy_id", raw, true);
+    logSetting(raw, enabled);
+    return enabled;
+}
+
+}  // namespace pivra

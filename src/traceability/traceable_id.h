@@ -1,0 +1,54 @@
+// The identifier under which the service knows a part.
+//
+// Newer parts carry a UUID of their own. Legacy parts carry another identifier; they get a generated UUID in the user
+// attribute `PIVRA_ID` and are saved. A `PIVRA_ID` that a UUID-style part still carries is redundant and removed. Only
+// the displayed part is ever written to, and only by resolveTraceableId().
+//
+// Host's thread only; no function here throws.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace NXOpen {
+class BasePart;
+}
+
+namespace pivra {
+
+/// Which of the two resolutions serves a purpose: reading for the dialogs never writes to a part, preparing an upload
+/// may repair the displayed one.
+enum class IdentifierForm { display, upload };
+
+/// The identifier for display: reads, never writes. Empty for a null part, for one without an internal identifier, and
+/// when reading fails.
+std::string resolveDisplayTraceableId(NXOpen::BasePart* part);
+
+/// The identifier for upload: repairs or cleans up the displayed part and saves it. Empty when there is none, or when a
+/// repair failed; traceabilityFailureMessage() then says so.
+std::string resolveTraceableId(NXOpen::BasePart* part);
+
+/// resolveDisplayTraceableId() or resolveTraceableId(), by `form`.
+std::string traceableId(NXOpen::BasePart* part, IdentifierForm form);
+
+/// True for a part with a legacy identifier and no valid `PIVRA_ID`.
+bool legacyIdWarningNeeded(NXOpen::BasePart* part);
+
+/// The setting `pivra_fix_legacy_id`, read afresh; logged when it changed since it was last logged.
+bool fixLegacyIdEnabled();
+
+/// True for 36 characters of hexadecimal digits with "-" at the positions 8, 13, 18 and 23, in either letter case.
+bool isNxUuidFormat(std::string_view text);
+
+/// A new version-4 UUID in lower case (RFC 4122, section 4.4).
+std::string generateTraceableId();
+
+/// Why an upload must stop: the first repair that failed since the message was cleared; empty when none did.
+std::string traceabilityFailureMessage();
+void clearTraceabilityFailureMessage();
+
+/// Whether a part was saved after its attribute was written or deleted, since the flag was last cleared.
+bool traceabilitySavedPart();
+void clearTraceabilitySavedPart();
+
+}  // namespace pivra

@@ -1,0 +1,136 @@
+#include "export_fixture.h"
+
+#include <platform/temp_path.h>
+#include <support/directory_link.h>
+
+#include <future>
+#include <set>
+#include <stdexcept>
+
+namespace {
+
+using namespace export_test;
+using testing::ElementsAre;
+
+class SessionTempDirectories : public ExportTest {
+ protected:
+    static std::string failureOf(const std::string& key) {
+        try {
+            pivra::sessionTempDirectory(key);
+            return "none";
+        } catch (const std::runtime_error& error) {
+            return error.what();
+        }
+    }
+};
+
+TEST(SessionToken, mixesCountThreadAndTime) {
+    EXPECT_EQ(pivra::sessionToken(0, 0, 0), "9a4aecff3b9c27ea");
+    EXPECT_EQ(pivra::sessionToken(1, 0x01020304, 123456789), "f8bd3d0514986a6a");
+    EXPECT_EQ(pivra::sessionToken(3, 7, 0xcc89e14b86c810), "00000000000000ab");
+}
+
+TEST_F(SessionTempDirectories, baseFallsBackToLocalAppData) {
+    if (testing::UnitTest::GetInstance()->test_to_run_count() > 1) {
+        GTEST_SKIP() << "The base is found once a process, so that this takes a process of its own.";
+    }
+    const fs::path tooLong = folder.temp() / std::string(250, 'x');
+    test_support::setEnvironment("TMP", tooLong);
+    test_support::setEnvironment("TMPDIR", tooLong);
+    test_support::setEnvironment("LOCALAPPDATA", {});
+    ASSERT_FALSE(platform::userTempDirectory().has_value());
+    EXPECT_EQ(failureOf("key"), "Unable to resolve base directory for session temp files.");
+    EXPECT_NO_THROW(pivra::cleanupStaleSessionTempDirectories());
+
+    test_support::setEnvironment("LOCALAPPDATA", folder.localAppData());
+    fs::create_directory(folder.localAppData() / "Temp");
+    EXPECT_EQ(pivra::sessionTempDirectory("key").parent_path(), folder.localAppData() / "Temp");
+}
+
+TEST_F(SessionTempDirectories, oneKeyHasOneFolderAndAnotherKeyReplacesIt) {
+    const fs::path first = pivra::sessionTempDirectory("one");
+    EXPECT_EQ(first.parent_path() / "", folder.temp() / "");
+    const std::string name = utf8FromPath(first.filename());
+    EXPECT_EQ(name.substr(0, 6), "pivra-");
+    EXPECT_EQ(name.find_first_not_of("0123456789abcdef", 6), std::string::npos) << name;
+    EXPECT_EQ(name.size(), 22u);
+    EXPECT_EQ(pivra::sessionTempDirectory("one"), first);
+    folder.writeFile(first / "deep" / "file.prt", "x");
+    const fs::path second = pivra::sessionTempDirectory("two");
+    EXPECT_NE(second, first);
+    EXPECT_FALSE(fs::exists(first));
+    EXPECT_TRUE(fs::is_directory(second));
+    const fs::path unnamed = pivra::sessionTempDirectory("");
+    EXPECT_FALSE(fs::exists(second));
+    EXPECT_EQ(pivra::sessionTempDirectory("__default__"), unnamed);
+    pivra::cleanupSessionTempDirectory();
+    EXPECT_FALSE(fs::exists(unnamed));
+    EXPECT_NE(pivra::sessionTempDirectory("__default__"), unnamed);
+}
+
+TEST_F(SessionTempDirectories, folderThatVanishedOrChangedIsNoticed) {
+    const fs::path current = pivra::sessionTempDirectory("key");
+    fs::remove(current);
+    EXPECT_EQ(pivra::sessionTempDirectory("key"), current);
+    EXPECT_TRUE(fs::is_directory(current));
+
+    fs::remove(current);
+    folder.writeFile(current, "no folder");
+    EXPECT_EQ(failureOf("key"), "Session temp path exists but is not a directory.");
+    fs::remove(current);
+    fs::remove(folder.temp());
+    EXPECT_EQ(failureOf("key"), "Failed to create session temp directory.");
+    EXPECT_EQ(failureOf("other"), "Unable to allocate a unique session temp directory.");
+    fs::create_directory(folder.temp());
+    EXPECT_EQ(failureOf("other"), "none");
+}
+
+TEST_F(SessionTempDirectories, settingKeepsEverything) {
+    const std::pair<const char*, bool> values[] = {{"TRUE", true}, {"True", true}, {"true", true},
+                                                   {"yes", false}, {"1", false},   {"", false}};
+    for (const auto& [value, retained] : values) {
+        folder.startLogging(std::string("pivra_nx_retain_temp_files = ") + value + "\n");
+        EXPECT_EQ(pivra::retainTempFiles(), retained) << value;
+        const fs::path first = pivra::sessionTempDirectory("one");
+        const fs::path second = pivra::sessionTempDirectory("two");
+        pivra::cleanupSessionTempDirectory();
+        pivra::cleanupStaleSessionTempDirectories();
+        EXPECT_EQ(fs::exists(first), retained) << value;
+        EXPECT_EQ(fs::exists(second), retained) << value;
+    }
+    const std::string kept = "DEBUG Skipping temp directory cleanup because pivra_nx_retain_temp_files is true.";
+    auto lines = log();
+    lines.resize(3);
+    EXPECT_THAT(lines, ElementsAre(kept, kept,
+                                   "DEBUG Skipping stale temp directory cleanup because "
+                                   "pivra_nx_retain_temp_files is true."));
+}
+
+TEST_F(SessionTempDirectories, sweepTakesFoldersOfEarlierRunsAndNothingElse) {
+    pivra::sessionTempDirectory("resolves the base");
+    const fs::path stale = folder.temp() / "pivra-0123456789abcdef";
+    folder.writeFile(stale / "deep" / "a.prt", "x");
+    folder.writeFile(folder.temp() / "pivra-x", "a file");
+    fs::create_directory(folder.temp() / "pivra");
+    fs::create_directory(folder.temp() / "Pivra-0");
+    const fs::path target = folder.writeFile("models/kept.prt", "kept");
+    const test_support::DirectoryLink link(folder.temp() / "pivra-link", target.parent_path());
+    pivra::cleanupStaleSessionTempDirectories();
+    EXPECT_FALSE(fs::exists(stale));
+    EXPECT_TRUE(fs::exists(folder.temp() / "pivra-x"));
+    EXPECT_TRUE(fs::exists(folder.temp() / "pivra"));
+    EXPECT_TRUE(fs::exists(folder.temp() / "Pivra-0"));
+    EXPECT_EQ(test_support::readFile(target), "kept");
+}
+
+TEST_F(SessionTempDirectories, threadsShareOneFolderOfAKey) {
+    std::vector<std::future<fs::path>> results;
+    for (int i = 0; i < 8; ++i) {
+        results.push_back(std::async(std::launch::async, [] { return pivra::sessionTempDirectory("shared"); }));
+    }
+    std::set<fs::path> folders;
+    for (auto& result : results) folders.insert(result.get());
+    EXPECT_EQ(folders.size(), 1u);
+}
+
+}  // namespace
