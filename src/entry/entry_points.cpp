@@ -1,0 +1,27 @@
+// What the host finds in the plug-in's file. No exception leaves these functions.
+#include "entry/launch.h"
+#include "ui/callback_guard.h"
+
+#include <uf.h>
+#include <uf_exit.h>
+
+extern "C" {
+
+/// The user runs the plug-in. The arguments are not used.
+DllExport void ufusr(char* /*param*/, int* /*retcod*/, int /*param_len*/) {
+    ui::guardRun(entry::run);
+}
+
+/// The session of a signed-in user lives in the library, so it stays until the host ends.
+DllExport int ufusr_ask_unload() {
+    return UF_UNLOAD_UG_TERMINATE;
+}
+
+/// The host unloads the library.
+DllExport void ufusr_cleanup() {
+    ui::guardRun(entry::cleanUp);
+}
+
+/// The host asks a signed library for this symbol; nothing of ours reads it.
+DllExport unsigned char NXSigningResource[1] = {};
+}

@@ -1,0 +1,68 @@
+#include "ui/help_context.h"
+
+#include "config/properties.h"
+#include "logging/log.h"
+#include "nx/uf_session.h"
+#include "platform/text_encoding.h"
+
+#include <uf_help.h>
+
+#include <string>
+
+namespace ui {
+namespace {
+
+// The host takes texts that are not const.
+char contextName[] = "pivrahelp";
+
+struct HelpMap {
+    std::string narrowPath;
+    std::string shownPath;
+};
+
+HelpMap& helpMap() {
+    static HelpMap map = [] {
+        const auto path = config::PropertiesFilePath().parent_path() / "pivrahelp.map";
+        return HelpMap{platform::fileSystemTextFromPath(path), platform::utf8FromPath(path)};
+    }();
+    return map;
+}
+
+void warnOfStatus(const std::string& call, const std::string& subject, int status) {
+    if (status != 0) logging::LogWarning(call + " failed for " + subject + " with status " + std::to_string(status));
+}
+
+bool push() {
+    auto& map = helpMap();
+    const nx::UfSession session;
+    if (!session) {
+        logging::LogWarning(std::string("UF_initialize failed; cannot configure help context for ") + contextName);
+        return false;
+    }
+    warnOfStatus("UF_HELP_load_map_file", map.shownPath, UF_HELP_load_map_file(map.narrowPath.data()));
+    const int status = UF_HELP_push_primary_context(contextName);
+    warnOfStatus("UF_HELP_push_primary_context", contextName, status);
+    return status == 0;
+}
+
+}  // namespace
+
+bool PushHelpContext() noexcept {
+    try {
+        return push();
+    } catch (...) {
+        logging::LogWarning("The path of pivrahelp.map cannot be given to NX; the help context is not set.");
+        return false;
+    }
+}
+
+void PopHelpContext() noexcept {
+    const nx::UfSession session;
+    if (!session) {
+        logging::LogWarning(std::string("UF_initialize failed; cannot restore help context for ") + contextName);
+        return;
+    }
+    warnOfStatus("UF_HELP_pop_context", contextName, UF_HELP_pop_context());
+}
+
+}  // namespace ui

@@ -1,0 +1,197 @@
+#include "ui/upload_progress_dialog.h"
+
+#include "export/displayed_model_metadata.h"
+#include "logging/log.h"
+#include "platform/shell.h"
+#include "platform/timer.h"
+#include "platform/window.h"
+#include "ui/block_dialog_window.h"
+#include "ui/block_properties.h"
+#include "ui/callback_guard.h"
+#include "ui/characters.h"
+#include "ui/main_dialog_text.h"
+#include "ui/message_box.h"
+#include "ui/progress_text.h"
+#include "ui/upload_link.h"
+#include "ui/upload_work.h"
+
+#include <NXOpen/BlockStyler_Button.hxx>
+
+#include <chrono>
+#include <optional>
+#include <stdexcept>
+
+namespace ui {
+namespace {
+
+using namespace std::chrono_literals;
+using NXOpen::BlockStyler::Button;
+using NXOpen::BlockStyler::UIBlock;
+
+// The picture of the status is a part of its row, whatever the text beside it.
+constexpr std::size_t statusLength = 40;
+
+/// The blanks around the line of one row.
+struct Row {
+    const char* left;
+    const char* right;
+    std::size_t width;
+};
+
+constexpr Row statusRow{"leftLabel1", "rightLabel1", 75};
+constexpr Row modelRow{"leftLabel2", "rightLabel2", 72};
+constexpr Row sizeRow{"leftLabel3", "rightLabel3", 82};
+
+class UploadProgressWindow;
+
+/// The window that is on the screen, or null.
+UploadProgressWindow* liveWindow = nullptr;
+
+class UploadProgressWindow final : public BlockDialogWindow {
+ public:
+    explicit UploadProgressWindow(const std::shared_ptr<const UploadProgressRequest>& request)
+        : BlockDialogWindow("uploadProgress.dlx"), request_(request) {}
+
+    bool uploadAnother() {
+        const std::lock_guard lock(state_->mutex);
+        return state_->uploadAnother;
+    }
+
+ private:
+    void initialize() override {
+        openInPivraButton_ = find<Button>("openInPivraButton");
+        uploadAnotherButton_ = find<Button>("uploadAnotherButton");
+    }
+
+    void shown() override {
+        liveWindow = this;
+        window_ = platform::activeWindow();
+        showRequest();
+        render(renderedStage_.value_or(UploadStage::preparing), true);
+        startTimers();
+    }
+
+    void closed() noexcept override {
+        pollTimer_.stop();
+        startTimer_.stop();
+        liveWindow = nullptr;
+    }
+
+    void update(const UIBlock& changed) override {
+        if (&changed == openInPivraButton_) openInPivra();
+        if (&changed == uploadAnotherButton_) closeForAnother();
+    }
+
+    void showRequest() {
+        if (!request_->userEmail.empty()) setLabel(dialog(), "emailLabel", request_->userEmail);
+        setLabel(dialog(), "versionLabel", versionText());
+        const auto text = modelWorkspaceText(request_->metadata->fileName, request_->workspaceName);
+        setLabel(dialog(), "modelWorkspaceLabel", text);
+        setTooltip(dialog(), "modelWorkspaceLabel", text);
+        centre(statusRow, statusLength);
+        centre(modelRow, characterCount(text));
+    }
+
+    void centre(const Row& row, std::size_t length) {
+        setLabel(dialog(), row.left, leftBlanks(length, row.width));
+        setLabel(dialog(), row.right, rightBlanks);
+    }
+
+    void startTimers() {
+        const bool polls = pollTimer_.start(400ms, [] { onTick(&UploadProgressWindow::poll); });
+        const bool starts = startTimer_.start(50ms, [] { onTick(&UploadProgressWindow::startWork); });
+        if (!polls || !starts) throw std::runtime_error(failedWithoutDetails);
+    }
+
+    static void onTick(void (UploadProgressWindow::*action)()) {
+        if (liveWindow != nullptr) guardCallback([action] { (liveWindow->*action)(); });
+    }
+
+    void startWork() {
+        startTimer_.stop();
+        startUpload(request_, state_);
+    }
+
+    // A box that is shown here lets the timers tick on: such a tick finds the completion claimed and stops the timer.
+    void poll() {
+        const auto progress = lookAt(*state_);
+        if (progress.completed) {
+            complete();
+        } else {
+            render(progress.stage, false);
+        }
+        if (progress.terminal) pollTimer_.stop();
+    }
+
+    void render(UploadStage stage, bool forced) {
+        if (state_->completionClaimed != 0 || (!forced && renderedStage_ == stage)) return;
+        draw(stage, "");
+    }
+
+    void draw(UploadStage stage, const std::string& completionTime) {
+        renderedStage_ = stage;
+        const auto view = stageView(stage, completionTime);
+        setBitmap(dialog(), "primaryStatus", view.bitmap);
+        setLabel(dialog(), "primaryStatus", view.text);
+        const auto size = sizeText(*request_->metadata);
+        setLabel(dialog(), "sizeSecondaryLabel", size);
+        centre(sizeRow, characterCount(size) - 2);
+    }
+
+    void complete() {
+        const auto completionTime = pivra::formatDisplayTime(std::chrono::system_clock::now());
+        {
+            const std::lock_guard lock(state_->mutex);
+            state_->completionTime = completionTime;
+            result_ = state_->result;
+        }
+        if (!result_.succeeded) return reportFailure();
+        draw(UploadStage::uploaded, completionTime);
+        setBitmap(dialog(), "spinner", "pivra_upload_complete.bmp");
+        setVisible(dialog(), "actionGroup", true);
+    }
+
+    void reportFailure() {
+        logging::LogError("Pivra upload failed: " + result_.message);
+        const auto report = failureReport(request_->metadata->fileName, request_->workspaceName, result_.message);
+        try {
+            ShowErrorMessage(report);
+        } catch (...) {
+            logging::LogError("Pivra upload failure message could not be displayed.");
+        }
+    }
+
+    void openInPivra() {
+        const auto link = uploadLink(result_.responseEntries);
+        if (!link) return ShowErrorMessage(noMatchingLink);
+        if (platform::shellOpen(*link) <= platform::shellFailureLimit) ShowErrorMessage(openFailed);
+    }
+
+    void closeForAnother() {
+        {
+            const std::lock_guard lock(state_->mutex);
+            state_->uploadAnother = true;
+        }
+        platform::postClose(window_ != nullptr ? window_ : platform::activeWindow());
+    }
+
+    const std::shared_ptr<const UploadProgressRequest> request_;
+    const std::shared_ptr<ProgressState> state_ = std::make_shared<ProgressState>();
+    platform::WindowHandle window_ = nullptr;
+    platform::ThreadTimer pollTimer_;
+    platform::ThreadTimer startTimer_;
+    std::optional<UploadStage> renderedStage_;
+    pivra::UploadExecutionResult result_;
+    Button* openInPivraButton_ = nullptr;
+    Button* uploadAnotherButton_ = nullptr;
+};
+
+}  // namespace
+
+bool showUploadProgressDialog(const std::shared_ptr<UploadProgressRequest>& request) noexcept {
+    UploadProgressWindow window(request);
+    window.show();
+    return window.uploadAnother();
+}
+
+}  // namespace ui
