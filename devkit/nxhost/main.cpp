@@ -1,0 +1,109 @@
+// Loads the built plug-in as the host does, and plays replays with it.
+#include "options.h"
+#include "player.h"
+#include "system.h"
+#include "text.h"
+
+#include <devkit/gate.h>
+#include <devkit/session.h>
+
+#include <iostream>
+#include <memory>
+
+namespace nxhost {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+enum Outcome { passed = 0, differs = 1, unusable = 2 };
+
+void startSession(const Replay& replay, const Sandbox& sandbox, Transcript& transcript) {
+    devkit::Gate::instance().reset();
+    auto& session = devkit::Session::instance();
+    session.reset();
+    session.applicationFolders = {sandbox.application()};
+    session.onEvent = [&transcript](const std::string& kind, const Json& facts) {
+        Event event{{"event", kind}};
+        event.update(Event(facts));
+        transcript.write(event);
+    };
+    devkit::loadSession(replay.session, sandbox.parts());
+}
+
+// Plays one replay in this process, which the plug-in's state makes good for one only.
+Outcome playHere(const Options& options, const fs::path& file) {
+    const auto replay = readReplay(file);
+    Sandbox sandbox(options.sandbox);
+    sandbox.fill(replay, {options.plugin, options.application, options.plugin.parent_path() / NXHOST_SERVICE});
+    Transcript transcript(std::cout, sandbox.root(),
+                          options.stable ? std::optional<Placeholders>(replay.text) : std::nullopt);
+    startSession(replay, sandbox, transcript);
+    const auto screen = makeScreen(transcript, {sandbox.application()});
+    devkit::setPresenter(screen.get());
+    Browser browser(transcript, replay.system.browser);
+    Plugin plugin(sandbox.plugin());
+    plugin.onOpen([&browser](const std::string& address) { return browser.open(address); });
+    Stage stage{sandbox, transcript, *screen, plugin, browser, options.pictures};
+    const auto faults = Player(replay, stage).play();
+    for (const auto& fault : faults) std::cerr << replay.title << ": " << fault << "\n";
+    return faults.empty() ? passed : differs;
+}
+
+std::vector<std::string> childArguments(const Options& options, const fs::path& sandbox, const fs::path& file) {
+    std::vector<std::string> arguments{"--keep", "--sandbox", utf8(sandbox), "--plugin", utf8(options.plugin)};
+    arguments.insert(arguments.end(), {"--application", utf8(options.application)});
+    if (options.stable) arguments.push_back("--stable");
+    if (!options.pictures.empty()) arguments.insert(arguments.end(), {"--pictures", utf8(options.pictures)});
+    arguments.push_back(utf8(file));
+    return arguments;
+}
+
+// Plays one replay in a process of its own: its sandbox can be removed only when the modules in it are no longer
+// loaded.
+int playApart(const Options& options, const fs::path& file, const fs::path& sandbox) {
+    const int status = runProgram(programFile(), childArguments(options, sandbox, file));
+    if (status > unusable) std::cerr << utf8(file.filename()) << ": the host ended with status " << status << ".\n";
+    if (!options.keep) fs::remove_all(sandbox);
+    return status;
+}
+
+fs::path sandboxFor(const Options& options, const fs::path& file) {
+    if (options.sandbox.empty())
+        return fs::temp_directory_path() / pathOf("nxhost-" + std::to_string(processId()) + "-" + utf8(file.stem()));
+    return options.files.size() == 1 ? options.sandbox : options.sandbox / file.stem();
+}
+
+int playAll(const Options& options) {
+    if (options.keep && !options.sandbox.empty() && options.files.size() == 1)
+        return playHere(options, options.files.front());
+    int worst = passed;
+    for (const auto& file : options.files) worst = std::max(worst, playApart(options, file, sandboxFor(options, file)));
+    return worst;
+}
+
+Outcome checkExports(const Options& options) {
+    const auto names = exportedNames(options.plugin);
+    for (const auto& name : names) std::cout << name << "\n";
+    return names == entryPoints ? passed : differs;
+}
+
+int run(const std::vector<std::string>& arguments) try {
+    const auto options = readOptions(arguments, programFile().parent_path());
+    return options.exportCheck ? checkExports(options) : playAll(options);
+} catch (const std::invalid_argument& error) {
+    std::cerr << error.what() << "\n" << usage;
+    return unusable;
+} catch (const std::exception& error) {
+    std::cerr << error.what() << "\n";
+    return unusable;
+}
+
+}  // namespace
+
+}  // namespace nxhost
+
+int main(int count, char** arguments) {
+    nxhost::prepareOutput();
+    return nxhost::run(nxhost::commandLine(count, arguments));
+}

@@ -1,0 +1,41 @@
+#include "options.h"
+
+#include "text.h"
+
+#include <map>
+#include <stdexcept>
+
+namespace nxhost {
+
+const char* const usage =
+    "nxhost [--stable] [--keep] [--sandbox DIR] [--pictures DIR] [--plugin FILE] [--application DIR] FILE...\n"
+    "nxhost --export-check [--plugin FILE]\n";
+
+Options readOptions(const std::vector<std::string>& arguments, const std::filesystem::path& programFolder) {
+    Options options;
+    options.plugin = programFolder / NXHOST_PLUGIN;
+    options.application = programFolder / "application";
+    const std::map<std::string, bool*> flags{
+        {"--stable", &options.stable}, {"--keep", &options.keep}, {"--export-check", &options.exportCheck}};
+    const std::map<std::string, std::filesystem::path*> paths{{"--sandbox", &options.sandbox},
+                                                              {"--pictures", &options.pictures},
+                                                              {"--plugin", &options.plugin},
+                                                              {"--application", &options.application}};
+    for (std::size_t index = 0; index < arguments.size(); ++index) {
+        const auto& argument = arguments[index];
+        if (flags.contains(argument)) {
+            *flags.at(argument) = true;
+        } else if (paths.contains(argument)) {
+            if (++index == arguments.size()) throw std::invalid_argument(argument + " needs a path.");
+            *paths.at(argument) = std::filesystem::absolute(pathOf(arguments[index]));
+        } else if (argument.starts_with("--")) {
+            throw std::invalid_argument(argument + " is unknown.");
+        } else {
+            options.files.push_back(std::filesystem::absolute(pathOf(argument)));
+        }
+    }
+    if (options.files.empty() != options.exportCheck) throw std::invalid_argument("What shall be played?");
+    return options;
+}
+
+}  // namespace nxhost

@@ -1,0 +1,61 @@
+#include "pattern.h"
+
+#include "members.h"
+
+#include <algorithm>
+#include <map>
+#include <regex>
+
+namespace nxhost {
+
+namespace {
+
+bool isRegex(const Event& pattern) {
+    if (!pattern.is_string()) return false;
+    const auto& text = pattern.get_ref<const std::string&>();
+    return text.size() > 2 && text.front() == '/' && text.back() == '/';
+}
+
+const std::regex& regexOf(const Event& pattern) {
+    static std::map<std::string, std::regex> made;
+    const auto& text = pattern.get_ref<const std::string&>();
+    const auto known = made.find(text);
+    if (known != made.end()) return known->second;
+    return made.emplace(text, std::regex(text.substr(1, text.size() - 2))).first->second;
+}
+
+bool listFits(const Event& pattern, const Event& value) {
+    if (pattern.empty()) return value.empty();
+    auto at = value.begin();
+    for (const auto& wanted : pattern) {
+        at = std::find_if(at, value.end(), [&](const Event& element) { return fits(wanted, element); });
+        if (at == value.end()) return false;
+        ++at;
+    }
+    return true;
+}
+
+bool objectFits(const Event& pattern, const Event& value) {
+    for (const auto& [name, wanted] : pattern.items())
+        if (!value.contains(name) || !fits(wanted, value[name])) return false;
+    return true;
+}
+
+}  // namespace
+
+bool fits(const Event& pattern, const Event& value) {
+    if (isRegex(pattern)) return value.is_string() && std::regex_search(value.get<std::string>(), regexOf(pattern));
+    if (pattern.is_object()) return value.is_object() && objectFits(pattern, value);
+    if (pattern.is_array()) return value.is_array() && listFits(pattern, value);
+    return pattern == value;
+}
+
+void checkPattern(const Event& pattern, const std::string& place) try {
+    if (isRegex(pattern)) regexOf(pattern);
+    if (pattern.is_structured())
+        for (const auto& [name, part] : pattern.items()) checkPattern(part, place + "." + name);
+} catch (const std::regex_error&) {
+    throw ReplayError(place, pattern.dump() + " is no regular expression.");
+}
+
+}  // namespace nxhost

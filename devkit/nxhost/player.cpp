@@ -1,0 +1,80 @@
+#include "player.h"
+
+#include "leftovers.h"
+
+#include <devkit/gate.h>
+
+namespace nxhost {
+
+Player::Player(const Replay& replay, Stage& stage) : replay_(replay), stage_(stage) {
+    stage_.screen.onIdle = [this] { return idle(); };
+}
+
+std::vector<std::string> Player::play() {
+    while (!failed_ && (stage_.wait || next_ < replay_.steps.size()))
+        if (idle() == Idle::waiting) stage_.screen.turn();
+    if (!stage_.unloaded) unloadPlugin(stage_);
+    noteViolations();
+    judge();
+    return faults_;
+}
+
+Idle Player::idle() {
+    noteViolations();
+    if (failed_) return Idle::ended;
+    if (stage_.wait) return await();
+    if (next_ < replay_.steps.size()) {
+        perform(replay_.steps[next_++]);
+    } else {
+        fail("The steps are over, and the dialog " + openDialog(stage_).name + " is still open.");
+    }
+    return failed_ ? Idle::ended : Idle::stepped;
+}
+
+Idle Player::await() {
+    if (stage_.wait->over(stage_)) {
+        stage_.wait.reset();
+        return Idle::stepped;
+    }
+    if (std::chrono::steady_clock::now() < stage_.wait->limit) return Idle::waiting;
+    fail(replay_.steps[next_ - 1].place + ": waited in vain for " + stage_.wait->what);
+    return Idle::ended;
+}
+
+void Player::perform(const Step& step) {
+    stage_.transcript.write({{"event", "step"}, {"step", step.source}});
+    if (!step.waits) stage_.mark = stage_.transcript.events().size();
+    try {
+        step.perform(stage_);
+    } catch (const std::exception& error) {
+        fail(step.place + ": " + error.what());
+    }
+}
+
+// The steps that remain are left out, and whatever the plug-in still shows closes at once.
+void Player::fail(const std::string& account) {
+    if (failed_) return;
+    failed_ = true;
+    stage_.wait.reset();
+    stage_.screen.shut();
+    if (stage_.screen.dialog()) stage_.transcript.write(dialogEvent("look", *stage_.screen.dialog()));
+    stage_.transcript.write({{"event", "error"}, {"text", account}});
+    faults_.push_back(account);
+}
+
+void Player::noteViolations() {
+    const auto& violations = devkit::Gate::instance().violations();
+    for (; violations_ < violations.size(); ++violations_) {
+        stage_.transcript.write({{"event", "violation"}, {"text", violations[violations_]}});
+        faults_.push_back("Broken rule: " + violations[violations_]);
+    }
+}
+
+void Player::judge() {
+    for (const auto& fault : leftovers(replay_, stage_)) faults_.push_back(fault);
+    if (failed_) return;
+    const auto account = unmet(replay_.expectations, stage_.transcript.events());
+    if (!account.empty()) faults_.push_back(account);
+}
+
+}  // namespace nxhost

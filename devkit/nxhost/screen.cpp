@@ -1,0 +1,118 @@
+#include "screen.h"
+
+#include <devkit/gate.h>
+
+namespace nxhost {
+
+namespace {
+
+// "UGS::UICOMP_group" and "UICOMP_group" are "group".
+std::string plainType(const std::string& type) {
+    return type.substr(type.rfind('_') + 1);
+}
+
+bool holds(const devkit::BlockData& block, const char* property) {
+    for (const auto* at = &block; at; at = at->parent)
+        if (!devkit::flagProperty(*at, property, true)) return false;
+    return true;
+}
+
+void addText(Event& look, const char* name, const std::string& text) {
+    if (!text.empty()) look[name] = text;
+}
+
+void addBlocks(Event& blocks, const devkit::BlockData& parent) {
+    for (const auto& child : parent.children) {
+        blocks.push_back(lookOf(*child));
+        addBlocks(blocks, *child);
+    }
+}
+
+const char* kindName(devkit::BoxKind kind) {
+    switch (kind) {
+        case devkit::BoxKind::error:
+            return "error";
+        case devkit::BoxKind::warning:
+            return "warning";
+        case devkit::BoxKind::information:
+            return "information";
+        case devkit::BoxKind::question:
+            return "question";
+    }
+    return "unknown";
+}
+
+}  // namespace
+
+Event lookOf(const devkit::BlockData& block) {
+    Event look{{"id", block.id}, {"type", plainType(block.type)}};
+    look["label"] = devkit::textProperty(block, "Label");
+    look["show"] = holds(block, "Show");
+    look["enable"] = holds(block, "Enable");
+    addText(look, "bitmap", devkit::textProperty(block, "Bitmap"));
+    addText(look, "tooltip", devkit::textProperty(block, "BalloonTooltipText"));
+    if (look["type"] != "enum") return look;
+    look["members"] = block.members;
+    look["value"] = devkit::numberProperty(block, "Value", -1);
+    return look;
+}
+
+Event dialogEvent(const std::string& kind, const devkit::DialogData& dialog) {
+    Event event{{"event", kind}, {"dialog", dialog.name}, {"title", dialog.title}, {"blocks", Event::array()}};
+    addBlocks(event["blocks"], dialog.top);
+    return event;
+}
+
+void Screen::show(devkit::DialogData& dialog) {
+    if (shut_) return;
+    guard("initialize", dialog.onInitialize);
+    {
+        const auto window = open(dialog);
+        open_.emplace_back(&dialog, window.get());
+        guard("shown", dialog.onShown);
+        transcript_.write(dialogEvent("dialog-shown", dialog));
+        loop(*window);
+        guard("close", dialog.onClose);
+        open_.pop_back();
+    }
+    transcript_.write({{"event", "dialog-closed"}, {"dialog", dialog.name}, {"title", dialog.title}});
+}
+
+Screen::Window* Screen::windowOf(const devkit::DialogData* dialog) const {
+    for (const auto& [shown, window] : open_)
+        if (shown == dialog) return window;
+    return nullptr;
+}
+
+void Screen::loop(Window& window) {
+    while (!window.closed()) {
+        const auto idle = onIdle();
+        if (idle == Idle::ended) return;
+        if (idle == Idle::waiting) turn();
+    }
+}
+
+int Screen::messageBox(const std::string& title, devkit::BoxKind kind, const std::string& message) {
+    transcript_.write({{"event", "message-box"}, {"title", title}, {"kind", kindName(kind)}, {"text", message}});
+    if (!shut_) showBox(title, kind, message);
+    return 1;
+}
+
+void Screen::update(devkit::BlockData& block) {
+    const auto& handler = dialog()->onUpdate;
+    if (handler) guard("update", [&] { handler(block); });
+}
+
+void Screen::guard(const char* name, const std::function<void()>& handler) try {
+    if (handler) handler();
+} catch (const std::exception& error) {
+    violation(std::string("An exception left the dialog's ") + name + " handler: " + error.what());
+} catch (...) {
+    violation(std::string("An exception without a text left the dialog's ") + name + " handler.");
+}
+
+void Screen::violation(const std::string& text) {
+    devkit::Gate::instance().addViolation(text);
+}
+
+}  // namespace nxhost

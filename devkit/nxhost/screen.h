@@ -1,0 +1,92 @@
+// The screen on which a replay plays: shows the host's dialogs and message boxes, and acts on them as a user does.
+//
+// A dialog's modal loop asks `onIdle` for the next thing to do whenever it has nothing else; what it is asked to do may
+// open a message box or another dialog inside it. Host's thread only.
+#pragma once
+
+#include "transcript.h"
+
+#include <devkit/presenter.h>
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace nxhost {
+
+/// What a modal loop does next: go on at once, let time pass, or close because the replay is over or has failed.
+enum class Idle { stepped, waiting, ended };
+
+class Screen : public devkit::Presenter {
+ public:
+    explicit Screen(Transcript& transcript) : transcript_(transcript) {}
+
+    /// A dialog's window: there from before its shown handler until after it has closed.
+    class Window {
+     public:
+        virtual ~Window() = default;
+        /// Deals with what is due at once; true when the window has been asked to close.
+        virtual bool closed() = 0;
+    };
+
+    std::function<Idle()> onIdle;
+
+    void show(devkit::DialogData& dialog) final;
+    int messageBox(const std::string& title, devkit::BoxKind kind, const std::string& message) final;
+
+    /// The open dialog that the user can reach, or null.
+    devkit::DialogData* dialog() const { return open_.empty() ? nullptr : open_.back().first; }
+
+    // The user's actions on the open dialog. The block is visible and enabled.
+    virtual void press(devkit::BlockData& button) = 0;
+    virtual void choose(devkit::BlockData& list, int entry) = 0;
+    virtual void close() = 0;
+    /// Saves a picture of the open dialog's window; false where there are no windows.
+    virtual bool savePicture(const std::filesystem::path& file) = 0;
+
+    /// Lets a little time pass, timers and windows included.
+    virtual void turn() = 0;
+    /// The clock of turn().
+    virtual std::chrono::milliseconds now() const = 0;
+    /// No more dialogs and boxes: those that the plug-in still opens end at once.
+    void shut() { shut_ = true; }
+
+ protected:
+    /// The window of an open dialog, or null.
+    Window* windowOf(const devkit::DialogData* dialog) const;
+
+    virtual std::unique_ptr<Window> open(devkit::DialogData& dialog) = 0;
+    /// Shows a box for `boxTime` on the clock of turn(), so that timers tick beneath it.
+    virtual void showBox(const std::string& title, devkit::BoxKind kind, const std::string& message) = 0;
+
+    static constexpr std::chrono::milliseconds boxTime{500};
+
+    /// Calls a handler of the plug-in; an exception that leaves it is a broken rule, and ends here.
+    void guard(const char* name, const std::function<void()>& handler);
+    void update(devkit::BlockData& block);
+    void violation(const std::string& text);
+
+ private:
+    void loop(Window& window);
+
+    Transcript& transcript_;
+    std::vector<std::pair<devkit::DialogData*, Window*>> open_;
+    bool shut_ = false;
+};
+
+/// The screen of this system: real windows where there are some, otherwise nothing but the record. Throws
+/// std::runtime_error when windows cannot be shown.
+std::unique_ptr<Screen> makeScreen(Transcript& transcript, const std::vector<std::filesystem::path>& bitmapFolders);
+
+/// The block as the user sees it: {"id", "type", "label", "show", "enable", …}. A block inside a hidden or disabled
+/// group counts as hidden or disabled.
+Event lookOf(const devkit::BlockData& block);
+
+/// {"event": `kind`, "dialog", "title", "blocks"} of every block of the dialog in layout order.
+Event dialogEvent(const std::string& kind, const devkit::DialogData& dialog);
+
+}  // namespace nxhost

@@ -1,0 +1,29 @@
+// What the program asks of the operating system.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace nxhost {
+
+/// The command line without the program's name, in UTF-8.
+std::vector<std::string> commandLine(int count, char** arguments);
+
+/// Standard output from now on takes UTF-8 and ends its lines with LF.
+void prepareOutput();
+
+/// Sets an environment variable of this process; an empty path removes it.
+void setEnvironment(const char* name, const std::filesystem::path& value);
+
+/// This program's own file.
+std::filesystem::path programFile();
+
+/// A number that no other process has now.
+unsigned long processId();
+
+/// Runs a program to its end and returns its exit status; a program that was killed gives 128 or more. Throws
+/// std::runtime_error when it cannot be started.
+int runProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments);
+
+}  // namespace nxhost

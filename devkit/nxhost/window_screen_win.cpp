@@ -1,0 +1,116 @@
+// A screen with real windows, message boxes and timers.
+#include "bitmap_win.h"
+#include "dialog_window_win.h"
+#include "screen.h"
+#include "text.h"
+
+#include <commctrl.h>
+
+#include <stdexcept>
+
+namespace nxhost {
+
+namespace {
+
+BOOL CALLBACK pressInBox(HWND window, LPARAM) {
+    wchar_t type[8] = L"";
+    GetClassNameW(window, type, 8);
+    if (std::wstring(type) != L"#32770" || !IsWindowEnabled(window)) return TRUE;
+    SendMessageW(FindWindowExW(window, nullptr, L"Button", nullptr), BM_CLICK, 0, 0);
+    return FALSE;
+}
+
+// Presses the button of the innermost box: those beneath it are disabled.
+void CALLBACK dismissBox(HWND, UINT, UINT_PTR, DWORD) {
+    EnumThreadWindows(GetCurrentThreadId(), pressInBox, 0);
+}
+
+UINT iconOf(devkit::BoxKind kind) {
+    switch (kind) {
+        case devkit::BoxKind::error:
+            return MB_ICONERROR;
+        case devkit::BoxKind::warning:
+            return MB_ICONWARNING;
+        case devkit::BoxKind::information:
+            return MB_ICONINFORMATION;
+        case devkit::BoxKind::question:
+            return MB_ICONQUESTION;
+    }
+    return 0;
+}
+
+class WindowScreen : public Screen {
+ public:
+    WindowScreen(Transcript& transcript, std::vector<std::filesystem::path> bitmapFolders)
+        : Screen(transcript), bitmapFolders_(std::move(bitmapFolders)) {}
+
+    void changed(devkit::DialogData& dialog, devkit::BlockData&) override {
+        if (auto* window = windowOf(&dialog)) static_cast<DialogWindow*>(window)->invalidate();
+    }
+
+    void press(devkit::BlockData& button) override {
+        if (!current().press(button)) violation("The button " + button.id + " cannot be pressed in its window.");
+    }
+
+    void choose(devkit::BlockData& list, int entry) override {
+        if (!current().choose(list, entry)) violation("The list " + list.id + " cannot be used in its window.");
+    }
+
+    void close() override { PostMessageW(current().handle(), WM_SYSCOMMAND, SC_CLOSE, 0); }
+
+    bool savePicture(const std::filesystem::path& file) override {
+        current().refresh();
+        pumpMessages();
+        saveWindow(current().handle(), file);
+        return true;
+    }
+
+    void turn() override {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        pumpMessages();
+    }
+
+    std::chrono::milliseconds now() const override {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(
+            std::chrono::steady_clock::now().time_since_epoch());
+    }
+
+ protected:
+    std::unique_ptr<Window> open(devkit::DialogData& dialog) override {
+        return std::make_unique<DialogWindow>(dialog, bitmapFolders_, topmost(),
+                                              [this](devkit::BlockData& block) { update(block); });
+    }
+
+    void showBox(const std::string& title, devkit::BoxKind kind, const std::string& message) override {
+        const auto timer = SetTimer(nullptr, 0, static_cast<UINT>(boxTime.count()), dismissBox);
+        MessageBoxW(topmost(), pathOf(message).c_str(), pathOf(title).c_str(), MB_OK | iconOf(kind));
+        KillTimer(nullptr, timer);
+    }
+
+ private:
+    // The innermost window of this program, whichever program the desktop has in front.
+    HWND topmost() { return dialog() ? GetLastActivePopup(current().handle()) : nullptr; }
+
+    DialogWindow& current() { return static_cast<DialogWindow&>(*windowOf(dialog())); }
+
+    std::vector<std::filesystem::path> bitmapFolders_;
+};
+
+// Without a desktop every top-level window fails.
+void checkDesktop() {
+    const auto window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    if (!window)
+        throw std::runtime_error("Dialogs need a desktop: under Wine, start this program where DISPLAY names one.");
+    DestroyWindow(window);
+}
+
+}  // namespace
+
+std::unique_ptr<Screen> makeScreen(Transcript& transcript, const std::vector<std::filesystem::path>& bitmapFolders) {
+    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
+    InitCommonControlsEx(&controls);
+    checkDesktop();
+    return std::make_unique<WindowScreen>(transcript, bitmapFolders);
+}
+
+}  // namespace nxhost
