@@ -1,6 +1,7 @@
 // The client library's records as JSON: one member a field, under the field's name. Unset options are left out.
 #pragma once
 
+#include <cpp_piv/initialize_options.h>
 #include <cpp_piv/records.h>
 
 namespace cpp_piv {

@@ -62,7 +62,7 @@ struct Copied {
 Copied copyFile(const fs::path& from, const fs::path& to) {
     std::ifstream source(from, std::ios::binary);
     std::ofstream target(to, std::ios::binary | std::ios::trunc);
-    std::vector<char> piece(64 * 1024);
+    std::vector<char> piece(std::size_t{64} * 1024);
     Copied copied;
     Sha256 digest;
     while (source && target) {

@@ -1,8 +1,9 @@
 // Where the blocks of a dialog stand: one below the other, in rows within a group of several columns. A hidden block
 // takes no room, a text that does not fit its row is wrapped.
-#include "bitmap_win.h"
 #include "dialog_window_win.h"
 #include "text.h"
+
+#include <windows.h>
 
 #include <algorithm>
 
@@ -27,7 +28,7 @@ void move(HWND control, int x, int y, int width, int height) {
 }  // namespace
 
 // The room that a text needs when it may be `width` wide; its natural size for 0.
-SIZE DialogWindow::textSize(const std::string& text, int width) const {
+Extent DialogWindow::textSize(const std::string& text, int width) const {
     const auto wideText = pathOf(text).wstring();
     const auto device = GetDC(window_);
     const auto before = SelectObject(device, font_);
@@ -37,7 +38,8 @@ SIZE DialogWindow::textSize(const std::string& text, int width) const {
     if (width > 0) DrawTextW(device, wideText.c_str(), -1, &room, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
     SelectObject(device, before);
     ReleaseDC(window_, device);
-    return width > 0 ? SIZE{width, std::max<LONG>(room.bottom, natural.cy)} : natural;
+    const int height = static_cast<int>(std::max(room.bottom, natural.cy));
+    return {width > 0 ? width : static_cast<int>(natural.cx), height};
 }
 
 bool DialogWindow::stretches(const devkit::BlockData& block) const {
@@ -47,20 +49,18 @@ bool DialogWindow::stretches(const devkit::BlockData& block) const {
 
 int DialogWindow::naturalWidth(const devkit::BlockData& block) const {
     const auto& controls = controls_.at(&block);
-    const int picture = static_cast<int>(sizeOf(controls.bitmap).cx);
+    const int picture = extentOf(controls.bitmap).width;
     const bool onlyPicture = controls.bitmap && !devkit::flagProperty(block, "DisplayBitmapLabel", false);
-    const int text = onlyPicture ? 0 : static_cast<int>(textSize(devkit::textProperty(block, "Label"), 0).cx) + 2;
+    const int text = onlyPicture ? 0 : textSize(devkit::textProperty(block, "Label"), 0).width + 2;
     return picture + (picture && text ? gap : 0) + text;
 }
 
 int DialogWindow::placeLabel(const Controls& controls, const std::string& text, int x, int y, int width) {
-    const auto picture = sizeOf(controls.bitmap);
-    const int indent = controls.bitmap ? static_cast<int>(picture.cx) + gap : 0;
-    const int textHeight = static_cast<int>(textSize(text, std::max(width - indent, 1)).cy);
-    const int height = std::max({static_cast<int>(picture.cy), textHeight, lineHeight});
-    if (controls.bitmap)
-        move(controls.picture, x, y + (height - static_cast<int>(picture.cy)) / 2, static_cast<int>(picture.cx),
-             static_cast<int>(picture.cy));
+    const auto picture = extentOf(controls.bitmap);
+    const int indent = controls.bitmap ? picture.width + gap : 0;
+    const int textHeight = textSize(text, std::max(width - indent, 1)).height;
+    const int height = std::max({picture.height, textHeight, lineHeight});
+    if (controls.bitmap) move(controls.picture, x, y + (height - picture.height) / 2, picture.width, picture.height);
     move(controls.text, x + indent, y + (height - textHeight) / 2, width - indent, textHeight);
     return height;
 }

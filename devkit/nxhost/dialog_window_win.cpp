@@ -1,7 +1,8 @@
 #include "dialog_window_win.h"
 
-#include "bitmap_win.h"
 #include "text.h"
+
+#include <windows.h>
 
 #include <commctrl.h>
 
@@ -36,6 +37,17 @@ bool showsPicture(const devkit::BlockData& block) {
 
 bool showsText(const devkit::BlockData& block) {
     return !showsPicture(block) || devkit::flagProperty(block, "DisplayBitmapLabel", false);
+}
+
+LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+    if (message == WM_NCCREATE)
+        SetWindowLongPtrW(window, GWLP_USERDATA,
+                          reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(second)->lpCreateParams));
+    auto* dialog = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!dialog || (message != WM_CLOSE && message != WM_COMMAND))
+        return DefWindowProcW(window, message, first, second);
+    dialog->receive(message, first);
+    return 0;
 }
 
 }  // namespace
@@ -84,27 +96,9 @@ DialogWindow::~DialogWindow() {
     DeleteObject(font_);
 }
 
-LRESULT CALLBACK DialogWindow::procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
-    if (message == WM_NCCREATE) {
-        auto* self = static_cast<DialogWindow*>(reinterpret_cast<CREATESTRUCTW*>(second)->lpCreateParams);
-        self->window_ = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
-    }
-    auto* self = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return self ? self->receive(message, first, second) : DefWindowProcW(window, message, first, second);
-}
-
-LRESULT DialogWindow::receive(UINT message, WPARAM first, LPARAM second) {
-    switch (message) {
-        case WM_CLOSE:
-            closed_ = true;
-            return 0;
-        case WM_COMMAND:
-            act(LOWORD(first), HIWORD(first));
-            return 0;
-        default:
-            return DefWindowProcW(window_, message, first, second);
-    }
+void DialogWindow::receive(unsigned message, std::uintptr_t first) {
+    if (message == WM_CLOSE) closed_ = true;
+    if (message == WM_COMMAND) act(LOWORD(first), HIWORD(first));
 }
 
 void DialogWindow::act(int number, int notification) {
@@ -144,7 +138,7 @@ bool DialogWindow::choose(const devkit::BlockData& list, int entry) {
     return true;
 }
 
-HWND DialogWindow::makeControl(const wchar_t* type, DWORD style) {
+HWND DialogWindow::makeControl(const wchar_t* type, unsigned style) {
     const auto number = static_cast<INT_PTR>(firstNumber + blocks_.size() - 1);
     const auto control = CreateWindowExW(0, type, L"", WS_CHILD | style, 0, 0, 10, 10, window_,
                                          reinterpret_cast<HMENU>(number), nullptr, nullptr);

@@ -13,13 +13,14 @@ using Position = std::vector<Event>::const_iterator;
 Expectation readExpectation(const Json& value, const std::string& place) {
     static const std::map<std::string, Expectation::Kind> kinds{{"next", Expectation::Kind::next},
                                                                 {"not", Expectation::Kind::absent}};
-    asObject(value, place);
+    JsonMembers whole(value, place);
     const auto kind = value.size() == 1 ? kinds.find(value.begin().key()) : kinds.end();
-    Expectation expectation{place, Expectation::Kind::later, value};
-    if (kind != kinds.end()) expectation = {place, kind->second, value.begin().value()};
-    asText(Members(Json(expectation.pattern), place).need("event"), place + ".event");
-    checkPattern(expectation.pattern, place);
-    return expectation;
+    const bool plain = kind == kinds.end();
+    const auto& pattern = plain ? value : neededObject(whole, kind->first);
+    JsonMembers members(pattern, plain ? place : whole.pathOf(kind->first));
+    neededText(members, "event");
+    checkPattern(pattern, place);
+    return {place, plain ? Expectation::Kind::later : kind->second, pattern};
 }
 
 // How many members of the pattern, its blocks counted one by one, the event has.
@@ -119,10 +120,11 @@ class Search {
 
 }  // namespace
 
-std::vector<Expectation> readExpectations(const Json& list, const std::string& place) {
+std::vector<Expectation> readExpectations(JsonMembers& members, const std::string& name) {
     std::vector<Expectation> expectations;
-    for (const auto& value : asList(list, place))
-        expectations.push_back(readExpectation(value, place + "[" + std::to_string(expectations.size()) + "]"));
+    forEachIn(members, name, [&](const Json& value, const std::string& place) {
+        expectations.push_back(readExpectation(value, place));
+    });
     return expectations;
 }
 

@@ -1,7 +1,7 @@
 // What a replay expects of its transcript.
 #pragma once
 
-#include "members.h"
+#include "json.h"
 #include "pattern.h"
 
 #include <string>
@@ -19,8 +19,8 @@ struct Expectation {
     Event pattern;
 };
 
-/// Reads the "expect" list. Throws ReplayError.
-std::vector<Expectation> readExpectations(const Json& list, const std::string& place);
+/// Reads the list of expectations `name`. Throws std::runtime_error that names the place of what is wrong with it.
+std::vector<Expectation> readExpectations(JsonMembers& members, const std::string& name);
 
 /// Holds `events` against the expectations in their order. Returns "" or an account of the first that is not met, with
 /// the events that come nearest.

@@ -14,7 +14,7 @@ const char* const usage =
 Options readOptions(const std::vector<std::string>& arguments, const std::filesystem::path& programFolder) {
     Options options;
     options.plugin = programFolder / NXHOST_PLUGIN;
-    options.application = programFolder / "application";
+    options.application = pathOf(NXHOST_APPLICATION);
     const std::map<std::string, bool*> flags{
         {"--stable", &options.stable}, {"--keep", &options.keep}, {"--export-check", &options.exportCheck}};
     const std::map<std::string, std::filesystem::path*> paths{{"--sandbox", &options.sandbox},

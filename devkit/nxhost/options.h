@@ -20,7 +20,7 @@ struct Options {
 
 extern const char* const usage;
 
-/// Reads the command line; what it leaves out is taken from beside the program. Throws std::invalid_argument.
+/// Reads the command line; what it leaves out is what was built and what ships. Throws std::invalid_argument.
 Options readOptions(const std::vector<std::string>& arguments, const std::filesystem::path& programFolder);
 
 }  // namespace nxhost

@@ -1,10 +1,9 @@
 #include "pattern.h"
 
-#include "members.h"
-
 #include <algorithm>
 #include <map>
 #include <regex>
+#include <stdexcept>
 
 namespace nxhost {
 
@@ -55,7 +54,7 @@ void checkPattern(const Event& pattern, const std::string& place) try {
     if (pattern.is_structured())
         for (const auto& [name, part] : pattern.items()) checkPattern(part, place + "." + name);
 } catch (const std::regex_error&) {
-    throw ReplayError(place, pattern.dump() + " is no regular expression.");
+    throw std::runtime_error(place + ": " + pattern.dump() + " is no regular expression");
 }
 
 }  // namespace nxhost

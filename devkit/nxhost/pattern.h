@@ -12,7 +12,7 @@ namespace nxhost {
 /// one; a text "/…/" when the ECMAScript regular expression is found in the value; everything else when it is equal.
 bool fits(const Event& pattern, const Event& value);
 
-/// Throws ReplayError for a regular expression that is none. `place` is where the pattern stands.
+/// Throws std::runtime_error for a regular expression that is none. `place` is where the pattern stands.
 void checkPattern(const Event& pattern, const std::string& place);
 
 }  // namespace nxhost

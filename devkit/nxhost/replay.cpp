@@ -7,27 +7,27 @@ namespace nxhost {
 namespace {
 
 Surroundings readSurroundings(const Json& value, const std::string& place) {
-    Members members(value, place);
+    JsonMembers members(value, place);
     Surroundings system;
-    if (const auto* browser = members.find("browser"))
-        system.browser = browserPresent(*browser, members.place("browser"));
-    system.helpMap = members.flag("helpMap", true);
-    system.localAppData = members.flag("localAppData", true);
-    members.done();
+    if (members.find("browser")) system.browser = readBrowserWord(members, "browser");
+    members.read("helpMap", system.helpMap);
+    members.read("localAppData", system.localAppData);
+    members.finish();
     return system;
 }
 
 }  // namespace
 
-bool browserPresent(const Json& value, const std::string& place) {
-    const auto word = asText(value, place);
-    if (word != "records" && word != "none") throw ReplayError(place, "must be \"records\" or \"none\".");
+bool readBrowserWord(JsonMembers& members, const std::string& name) {
+    const auto word = neededText(members, name);
+    if (word != "records" && word != "none") members.fail(name, "expected \"records\" or \"none\"");
     return word == "records";
 }
 
-const Json& checkedProperties(const Json& value, const std::string& place) {
-    if (value.is_null() || value.is_string()) return value;
-    for (const auto& [key, text] : asObject(value, place).items()) asText(text, place + "." + key);
+Json readPropertiesValue(JsonMembers& members, const std::string& name) {
+    const auto& value = needed(members, name);
+    std::map<std::string, std::string> texts;
+    if (!value.is_null() && !value.is_string()) members.read(name, texts);
     return value;
 }
 
@@ -35,16 +35,16 @@ Replay readReplay(const std::filesystem::path& file) {
     Replay replay;
     replay.text = readFile(file);
     const auto document = Json::parse(replay.text);
-    Members members(document, "");
-    replay.title = members.text("title");
-    if (const auto* properties = members.find("properties"))
-        replay.properties = checkedProperties(*properties, "properties");
-    if (const auto* service = members.find("service")) replay.service = asObject(*service, "service");
-    if (const auto* session = members.find("session")) replay.session = asObject(*session, "session");
-    if (const auto* system = members.find("system")) replay.system = readSurroundings(*system, "system");
-    replay.steps = readSteps(members.need("steps"), "steps");
-    replay.expectations = readExpectations(members.need("expect"), "expect");
-    members.done();
+    JsonMembers members(document, "replay");
+    replay.title = neededText(members, "title");
+    if (members.find("properties")) replay.properties = readPropertiesValue(members, "properties");
+    if (members.find("service")) replay.service = neededObject(members, "service");
+    if (members.find("session")) replay.session = neededObject(members, "session");
+    if (const auto* system = members.find("system"))
+        replay.system = readSurroundings(*system, members.pathOf("system"));
+    replay.steps = readSteps(members, "steps");
+    if (members.find("expect")) replay.expectations = readExpectations(members, "expect");
+    members.finish();
     return replay;
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "expectations.h"
-#include "members.h"
+#include "json.h"
 #include "steps.h"
 
 #include <filesystem>
@@ -21,7 +21,7 @@ struct Surroundings {
 struct Replay {
     std::string text;  ///< the whole file
     std::string title;
-    Json properties;  ///< null, an object or a text
+    Json properties;  ///< null, an object of texts or a text
     Json service = Json::object();
     Json session = Json::object();
     Surroundings system;
@@ -29,13 +29,13 @@ struct Replay {
     std::vector<Expectation> expectations;
 };
 
-/// Reads a replay. Throws ReplayError, and std::runtime_error when the file cannot be read or is no JSON.
+/// Reads a replay. Throws std::runtime_error that names the place of what is wrong with it.
 Replay readReplay(const std::filesystem::path& file);
 
-/// True for "records", false for "none". Throws ReplayError for anything else.
-bool browserPresent(const Json& value, const std::string& place);
-
-/// Null, a text, or an object of texts: the forms of properties. Throws ReplayError.
-const Json& checkedProperties(const Json& value, const std::string& place);
+// Members that steps have as well. Throw as readReplay() does.
+/// True for "records", false for "none".
+bool readBrowserWord(JsonMembers& members, const std::string& name);
+/// Null, a text, or an object of texts.
+Json readPropertiesValue(JsonMembers& members, const std::string& name);
 
 }  // namespace nxhost

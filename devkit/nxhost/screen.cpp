@@ -75,7 +75,7 @@ void Screen::show(devkit::DialogData& dialog) {
         guard("close", dialog.onClose);
         open_.pop_back();
     }
-    transcript_.write({{"event", "dialog-closed"}, {"dialog", dialog.name}, {"title", dialog.title}});
+    transcript_.write(dialogEvent("dialog-closed", dialog));
 }
 
 Screen::Window* Screen::windowOf(const devkit::DialogData* dialog) const {

@@ -33,7 +33,7 @@ std::string rewrite(const std::string& text, const std::regex& pattern,
 Scrub::Scrub(const std::filesystem::path& sandbox) : sandbox_(genericUtf8(sandbox)) {}
 
 std::string Scrub::operator()(const std::string& text) const {
-    static const std::regex secret("\\b(state|code|code_challenge|[a-z_]*token)=[^&\"\\s]*");
+    static const std::regex secret("([?&](state|code|code_challenge|[a-z_]*token)=)[^&\"\\s]*");
     // Compared in one slash style, which has the same length as the text itself.
     auto slashed = text;
     std::replace(slashed.begin(), slashed.end(), '\\', '/');
@@ -45,7 +45,7 @@ std::string Scrub::operator()(const std::string& text) const {
                   replaced(slashed.substr(at + sandbox_.size(), end - at - sandbox_.size()), sandbox_, "<sandbox>");
         rest = end;
     }
-    return std::regex_replace(result + text.substr(rest), secret, "$1=***");
+    return std::regex_replace(result + text.substr(rest), secret, "$1***");
 }
 
 Placeholders::Placeholders(const std::string& replay) {

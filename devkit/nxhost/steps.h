@@ -1,10 +1,11 @@
 // The steps of a replay: what the user, the world around the host and the host's own parts do, in order.
 #pragma once
 
-#include "members.h"
+#include "json.h"
 #include "scrub.h"
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -18,34 +19,34 @@ class StepError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// Does a step. Host's thread; throws StepError, and what the stage's parts throw.
+using Action = std::function<void(Stage&)>;
+
 struct Step {
     std::string place;
     Event source;  ///< as written
     bool waits = false;
-    std::function<void(Stage&)> perform;  ///< host's thread; throws StepError and what the stage's parts throw
+    Action perform;
 };
 
-/// Reads the "steps" list. Throws ReplayError.
-std::vector<Step> readSteps(const Json& list, const std::string& place);
+/// Reads the list of steps `name`. Throws std::runtime_error that names the place of what is wrong with it.
+std::vector<Step> readSteps(JsonMembers& members, const std::string& name);
 
-using Action = std::function<void(Stage&)>;
-using ReadAction = Action (*)(const Json& argument, const std::string& place);
-
-// Each reads the argument of one step. Throw ReplayError.
-Action readPress(const Json& argument, const std::string& place);
-Action readChoose(const Json& argument, const std::string& place);
-Action readAnswer(const Json& argument, const std::string& place);
-Action readBrowse(const Json& argument, const std::string& place);
-Action readPicture(const Json& argument, const std::string& place);
-Action readWait(const Json& argument, const std::string& place);
-Action readBrowser(const Json& argument, const std::string& place);
-Action readEdit(const Json& argument, const std::string& place);
-Action readDisplay(const Json& argument, const std::string& place);
-Action readApplication(const Json& argument, const std::string& place);
-Action readFault(const Json& argument, const std::string& place);
-Action readProperties(const Json& argument, const std::string& place);
-Action readService(const Json& argument, const std::string& place);
-Action readWrite(const Json& argument, const std::string& place);
-Action readDelete(const Json& argument, const std::string& place);
+// Each reads one kind of step, whose argument is the member `name`. Throw as readSteps() does.
+Action readPress(JsonMembers& step, const std::string& name);
+Action readChoose(JsonMembers& step, const std::string& name);
+Action readAnswer(JsonMembers& step, const std::string& name);
+Action readBrowse(JsonMembers& step, const std::string& name);
+Action readPicture(JsonMembers& step, const std::string& name);
+Action readWait(JsonMembers& step, const std::string& name);
+Action readBrowser(JsonMembers& step, const std::string& name);
+Action readEdit(JsonMembers& step, const std::string& name);
+Action readDisplay(JsonMembers& step, const std::string& name);
+Action readApplication(JsonMembers& step, const std::string& name);
+Action readFault(JsonMembers& step, const std::string& name);
+Action readProperties(JsonMembers& step, const std::string& name);
+Action readService(JsonMembers& step, const std::string& name);
+Action readWrite(JsonMembers& step, const std::string& name);
+Action readDelete(JsonMembers& step, const std::string& name);
 
 }  // namespace nxhost

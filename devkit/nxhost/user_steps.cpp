@@ -10,6 +10,8 @@ namespace nxhost {
 
 namespace {
 
+constexpr int waitLimit = 15000;  // milliseconds
+
 // The block of the open dialog, which the user must be able to use.
 devkit::BlockData& usableBlock(Stage& stage, const std::string& id, const char* type) {
     auto& dialog = openDialog(stage);
@@ -31,9 +33,21 @@ int indexOf(const devkit::BlockData& list, const Json& entry) {
     return static_cast<int>(at);
 }
 
-bool answerOf(const std::string& text, const std::string& place) {
-    if (text != "sign-in" && text != "refuse") throw ReplayError(place, "must be \"sign-in\" or \"refuse\".");
-    return text == "sign-in";
+bool readChoice(JsonMembers& members, const std::string& name) {
+    const auto word = neededText(members, name);
+    if (word != "sign-in" && word != "refuse") members.fail(name, "expected \"sign-in\" or \"refuse\"");
+    return word == "sign-in";
+}
+
+// Number of an opened address, 0 for the latest.
+int readOpened(JsonMembers& members) {
+    int opened = 0;
+    members.read("opened", opened);
+    return opened;
+}
+
+Action answerTo(int opened, bool accept) {
+    return [=](Stage& stage) { stage.browser.answer(stage.browser.address(opened), accept); };
 }
 
 std::function<bool(const Stage&)> blockCondition(const Event& pattern) {
@@ -61,10 +75,11 @@ Action waitFor(std::function<bool(const Stage&)> over, int limit, const std::str
     };
 }
 
-Action readPause(int milliseconds) {
+Action pause(int milliseconds) {
     return [milliseconds](Stage& stage) {
         const auto end = stage.screen.now() + std::chrono::milliseconds(milliseconds);
-        waitFor([end](const Stage& now) { return now.screen.now() >= end; }, milliseconds + 15000, "the time")(stage);
+        const auto over = [end](const Stage& now) { return now.screen.now() >= end; };
+        waitFor(over, milliseconds + waitLimit, "the time")(stage);
     };
 }
 
@@ -75,57 +90,63 @@ devkit::DialogData& openDialog(Stage& stage) {
     return *stage.screen.dialog();
 }
 
-Action readPress(const Json& argument, const std::string& place) {
-    const auto id = asText(argument, place);
+Action readPress(JsonMembers& step, const std::string& name) {
+    const auto id = neededText(step, name);
     return [id](Stage& stage) { stage.screen.press(usableBlock(stage, id, "button")); };
 }
 
-Action readChoose(const Json& argument, const std::string& place) {
-    Members members(argument, place);
-    const auto id = members.text("block");
-    const auto entry = members.need("entry");
-    if (!entry.is_number_integer()) asText(entry, members.place("entry"));
-    members.done();
+Action readChoose(JsonMembers& step, const std::string& name) {
+    JsonMembers members(needed(step, name), step.pathOf(name));
+    const auto id = neededText(members, "block");
+    const auto entry = needed(members, "entry");
+    if (!entry.is_string() && !entry.is_number_integer()) members.fail("entry", "expected a text or a whole number");
+    members.finish();
     return [=](Stage& stage) {
         auto& list = usableBlock(stage, id, "enum");
         stage.screen.choose(list, indexOf(list, entry));
     };
 }
 
-Action readAnswer(const Json& argument, const std::string& place) {
-    const auto whole = argument.is_string() ? Json{{"choice", argument}} : argument;
-    Members members(whole, place);
-    const bool accept = answerOf(members.text("choice"), members.place("choice"));
-    const int opened = members.number("opened", 0);
-    members.done();
-    return [=](Stage& stage) { stage.browser.answer(stage.browser.address(opened), accept); };
+Action readAnswer(JsonMembers& step, const std::string& name) {
+    if (needed(step, name).is_string()) return answerTo(0, readChoice(step, name));
+    JsonMembers members(needed(step, name), step.pathOf(name));
+    const bool accept = readChoice(members, "choice");
+    const int opened = readOpened(members);
+    members.finish();
+    return answerTo(opened, accept);
 }
 
-Action readBrowse(const Json& argument, const std::string& place) {
-    Members members(argument, place);
-    const int opened = members.number("opened", 0);
-    members.done();
+Action readBrowse(JsonMembers& step, const std::string& name) {
+    JsonMembers members(needed(step, name), step.pathOf(name));
+    const int opened = readOpened(members);
+    members.finish();
     return [=](Stage& stage) { stage.browser.load(stage.browser.address(opened)); };
 }
 
-Action readPicture(const Json& argument, const std::string& place) {
-    const auto name = asText(argument, place);
-    return [name](Stage& stage) {
+Action readPicture(JsonMembers& step, const std::string& name) {
+    const auto file = pathOf(neededText(step, name) + ".bmp");
+    return [file](Stage& stage) {
         openDialog(stage);
-        if (!stage.pictures.empty()) stage.screen.savePicture(stage.pictures / pathOf(name + ".bmp"));
+        if (!stage.pictures.empty()) stage.screen.savePicture(stage.pictures / file);
     };
 }
 
-Action readWait(const Json& argument, const std::string& place) {
-    if (argument.is_number()) return readPause(asNumber(argument, place));
-    Members members(argument, place);
+Action readWait(JsonMembers& step, const std::string& name) {
+    const auto& argument = needed(step, name);
+    int milliseconds = 0;
+    if (argument.is_number()) {
+        step.read(name, milliseconds);
+        return pause(milliseconds);
+    }
+    JsonMembers members(argument, step.pathOf(name));
     const auto* block = members.find("block");
     const auto* event = members.find("event");
-    const int limit = members.number("limit", 15000);
-    members.done();
-    if (!block == !event) throw ReplayError(place, "must be a time, or have one of \"block\" and \"event\".");
-    const Event pattern = asObject(block ? *block : *event, place);
-    checkPattern(pattern, place);
+    int limit = waitLimit;
+    members.read("limit", limit);
+    members.finish();
+    if (!block == !event) step.fail(name, "expected a time, or one of \"block\" and \"event\"");
+    const Event pattern = neededObject(members, block ? "block" : "event");
+    checkPattern(pattern, step.pathOf(name));
     return waitFor(block ? blockCondition(pattern) : eventCondition(pattern), limit, pattern.dump());
 }
 

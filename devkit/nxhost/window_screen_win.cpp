@@ -1,8 +1,8 @@
 // A screen with real windows, message boxes and timers.
-#include "bitmap_win.h"
 #include "dialog_window_win.h"
-#include "screen.h"
 #include "text.h"
+
+#include <windows.h>
 
 #include <commctrl.h>
 

@@ -11,64 +11,67 @@ namespace nxhost {
 
 namespace fs = std::filesystem;
 
-Action readBrowser(const Json& argument, const std::string& place) {
-    const bool present = browserPresent(argument, place);
+Action readBrowser(JsonMembers& step, const std::string& name) {
+    const bool present = readBrowserWord(step, name);
     return [present](Stage& stage) { stage.browser.setPresent(present); };
 }
 
-Action readEdit(const Json& argument, const std::string& place) {
-    asObject(argument, place);
-    return [argument](Stage& stage) { devkit::editPart(argument, stage.sandbox.parts()); };
+Action readEdit(JsonMembers& step, const std::string& name) {
+    const auto change = neededObject(step, name);
+    return [change](Stage& stage) { devkit::editPart(change, stage.sandbox.parts()); };
 }
 
-Action readDisplay(const Json& argument, const std::string& place) {
-    const auto name = asText(argument, place);
-    return [name](Stage&) {
+Action readDisplay(JsonMembers& step, const std::string& name) {
+    const auto part = neededText(step, name);
+    return [part](Stage&) {
         auto& session = devkit::Session::instance();
-        if (!name.empty() && !session.findPart(name)) throw StepError("The session has no part " + name + ".");
-        session.setDisplayed(name);
+        if (!part.empty() && !session.findPart(part)) throw StepError("The session has no part " + part + ".");
+        session.setDisplayed(part);
     };
 }
 
-Action readApplication(const Json& argument, const std::string& place) {
-    const int module = asNumber(argument, place);
+Action readApplication(JsonMembers& step, const std::string& name) {
+    int module = 0;
+    step.read(name, module);
     return [module](Stage&) { devkit::Session::instance().applicationModule = module; };
 }
 
-Action readFault(const Json& argument, const std::string& place) {
-    Members members(argument, place);
+Action readFault(JsonMembers& step, const std::string& name) {
+    JsonMembers members(needed(step, name), step.pathOf(name));
     devkit::Fault fault;
-    fault.call = members.text("call", "");
-    fault.number = static_cast<std::size_t>(members.number("number", 1));
-    fault.status = members.number("status", fault.status);
-    fault.message = members.text("message", fault.message);
-    fault.null = members.flag("null", false);
-    members.done();
+    std::uint64_t number = fault.number;
+    members.read("call", fault.call);
+    members.read("number", number);
+    members.read("status", fault.status);
+    members.read("message", fault.message);
+    members.read("null", fault.null);
+    members.finish();
+    fault.number = static_cast<std::size_t>(number);
     return [fault](Stage&) { devkit::Gate::instance().addFault(fault); };
 }
 
-Action readProperties(const Json& argument, const std::string& place) {
-    checkedProperties(argument, place);
-    return [argument](Stage& stage) { stage.sandbox.writeProperties(argument); };
+Action readProperties(JsonMembers& step, const std::string& name) {
+    const auto properties = readPropertiesValue(step, name);
+    return [properties](Stage& stage) { stage.sandbox.writeProperties(properties); };
 }
 
-Action readService(const Json& argument, const std::string& place) {
-    asObject(argument, place);
-    return [argument](Stage& stage) { stage.sandbox.changeService(argument); };
+Action readService(JsonMembers& step, const std::string& name) {
+    const auto members = neededObject(step, name);
+    return [members](Stage& stage) { stage.sandbox.changeService(members); };
 }
 
-Action readWrite(const Json& argument, const std::string& place) {
-    Members members(argument, place);
-    const auto file = members.text("file");
-    const auto text = members.text("text");
-    members.done();
+Action readWrite(JsonMembers& step, const std::string& name) {
+    JsonMembers members(needed(step, name), step.pathOf(name));
+    const auto file = neededText(members, "file");
+    const auto text = neededText(members, "text");
+    members.finish();
     return [=](Stage& stage) { writeFile(stage.sandbox.inside(file), text); };
 }
 
-Action readDelete(const Json& argument, const std::string& place) {
-    const auto name = asText(argument, place);
-    return [name](Stage& stage) {
-        if (fs::remove_all(stage.sandbox.inside(name)) == 0) throw StepError("There is no " + name + " to delete.");
+Action readDelete(JsonMembers& step, const std::string& name) {
+    const auto file = neededText(step, name);
+    return [file](Stage& stage) {
+        if (fs::remove_all(stage.sandbox.inside(file)) == 0) throw StepError("There is no " + file + " to delete.");
     };
 }
 

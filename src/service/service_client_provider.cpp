@@ -8,6 +8,8 @@
 #include "platform/text_encoding.h"
 #include "service/version.h"
 
+#include <cpp_piv/initialize_options.h>
+
 namespace service {
 namespace {
 

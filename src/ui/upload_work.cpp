@@ -1,10 +1,10 @@
 #include "ui/upload_work.h"
 
 #include "logging/log.h"
+#include "platform/detached_thread.h"
 #include "service/failure_message.h"
 #include "ui/callback_guard.h"
 
-#include <thread>
 #include <utility>
 
 namespace ui {
@@ -63,7 +63,7 @@ void startUpload(const std::shared_ptr<const UploadProgressRequest>& request,
                  const std::shared_ptr<ProgressState>& state) noexcept {
     if (!claimStart(*state) || !prepare(*request, *state)) return;
     try {
-        std::thread([request, state] { upload(*request, *state); }).detach();
+        platform::runDetached([request, state] { upload(*request, *state); });
     } catch (...) {
         failAfterExport(*state);
     }

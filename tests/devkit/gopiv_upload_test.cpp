@@ -61,8 +61,9 @@ TEST_F(UploadTest, StoresEachFileByteForByte) {
 
     const auto page = httpGet(result.entries.at("url"));
     EXPECT_EQ(page.status, 200);
-    EXPECT_NE(page.body.find("<td>\xC3\xA9\xE6\x97\xA5 &amp; (1).prt</td><td>&lt;id-2&gt;</td><td>A</td><td>200000</td>"),
-              std::string::npos)
+    EXPECT_NE(
+        page.body.find("<td>\xC3\xA9\xE6\x97\xA5 &amp; (1).prt</td><td>&lt;id-2&gt;</td><td>A</td><td>200000</td>"),
+        std::string::npos)
         << page.body;
     const std::string origin = devkit_test::originOf(result.entries.at("url"));
     EXPECT_NE(httpGet(origin + "/").body.find("/models?revisionId=1001"), std::string::npos);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cpp_piv/client.h>
+#include <cpp_piv/initialize_options.h>
 #include <gtest/gtest.h>
 #include <http_client.h>
 #include <support/plugin_folder.h>

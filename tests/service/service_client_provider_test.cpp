@@ -5,6 +5,7 @@
 #include <logging/log.h>
 #include <platform/text_encoding.h>
 
+#include <cpp_piv/initialize_options.h>
 #include <gmock/gmock.h>
 #include <future>
 #include <latch>

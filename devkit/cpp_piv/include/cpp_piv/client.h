@@ -12,6 +12,8 @@
 
 namespace cpp_piv {
 
+struct CppPivInitializeOptions;
+
 /// Thrown when an operation failed and the service gave no reason. Carries no text, hence no std::exception.
 struct UnknownFailure {};
 

@@ -3,24 +3,11 @@
 
 #include <cstdint>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace cpp_piv {
-
-struct CppPivInitializeOptions {
-    std::optional<std::string> logFile;
-    std::optional<std::string> logLevel;  ///< "debug", "info", "warning" or "error"
-    std::optional<bool> logToConsole;
-    std::optional<bool> disableTelemetry;
-    std::optional<bool> disableCache;
-    std::optional<bool> offline;
-    std::optional<std::int64_t> requestTimeoutMs;
-    std::optional<nlohmann::json> environment;  ///< "LoginURL", "ServerURL", "ClientID", "Audience"
-    std::map<std::string, std::string> clientVersions;
-};
 
 struct CppPivLocalAuthTokens {
     std::string accessToken;
