@@ -4,6 +4,7 @@
 
 #include <http_client.h>
 
+#include <algorithm>
 #include <chrono>
 #include <regex>
 #include <thread>
@@ -14,32 +15,38 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto idleTime = 150ms;
-constexpr auto idleLimit = 15s;
+constexpr auto quietTime = 150ms;
+constexpr auto unclaimedTime = 2s;
+constexpr auto quietLimit = 15s;
 
 std::string baseOf(const std::string& address) {
     return address.substr(0, address.find('/', address.find("//") + 2));
 }
 
-// Whether the service has nothing under way but sign-ins whose pages nobody has answered.
-bool isIdle(const Json& status) {
-    int unanswered = 0;
-    for (const auto& flow : status.at("flows")) {
-        const auto& state = flow.at("state");
-        if (state == "answered" || state == "signedIn") return false;
-        if (state == "waiting") ++unanswered;
-    }
-    const auto completing = status.at("operations").value("complete", Json{{"active", 0}}).at("active");
-    return completing <= unanswered && status.at("activeCalls") == completing;
+int flowsIn(const Json& status, const std::string& state) {
+    const auto& flows = status.at("flows");
+    return static_cast<int>(
+        std::count_if(flows.begin(), flows.end(), [&](const Json& flow) { return flow.at("state") == state; }));
 }
 
-// A sign-in that has been answered goes on: its worker asks for the user and hands in the result.
-void waitUntilIdle(const std::string& base) {
-    const auto limit = std::chrono::steady_clock::now() + idleLimit;
-    auto busy = std::chrono::steady_clock::now();
-    while (std::chrono::steady_clock::now() - busy < idleTime) {
-        if (!isIdle(Json::parse(devkit::httpGet(base + "/dev/status").body))) busy = std::chrono::steady_clock::now();
-        if (busy > limit) throw StepError("The service is still at work after the sign-in.");
+// Whether anything is under way but waiting for sign-ins whose pages nobody has answered.
+bool isBusy(const Json& status) {
+    const auto completing = status.at("operations").value("complete", Json{{"active", 0}}).at("active");
+    return flowsIn(status, "answered") > 0 || completing > flowsIn(status, "waiting") ||
+           status.at("activeCalls") != completing;
+}
+
+// A sign-in that has been answered goes on: its worker fetches it, asks for the user and hands in the result. One that
+// is not fetched has a worker that is late, or none because it was abandoned.
+void waitUntilQuiet(const std::string& base) {
+    const auto start = std::chrono::steady_clock::now();
+    auto busy = start;
+    while (true) {
+        const auto status = Json::parse(devkit::httpGet(base + "/dev/status").body);
+        const auto now = std::chrono::steady_clock::now();
+        if (isBusy(status)) busy = now;
+        if (now - busy >= (flowsIn(status, "signedIn") > 0 ? unclaimedTime : quietTime)) return;
+        if (now - start > quietLimit) throw StepError("The service is still at work after the sign-in.");
         std::this_thread::sleep_for(10ms);
     }
 }
@@ -75,7 +82,7 @@ const std::string& Browser::address(int opened) const {
 
 void Browser::answer(const std::string& address, bool accept) {
     devkit::answerSignIn(address, accept);
-    waitUntilIdle(baseOf(address));
+    waitUntilQuiet(baseOf(address));
 }
 
 void Browser::load(const std::string& address) {
