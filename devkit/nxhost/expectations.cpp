@@ -28,10 +28,11 @@ std::size_t likeness(const Event& pattern, const Event& event) {
     std::size_t count = 0;
     for (const auto& [name, wanted] : pattern.items()) {
         if (!event.contains(name)) continue;
-        count += fits(wanted, event[name]) ? 2 : 0;
-        if (wanted.is_array())
-            count += std::count_if(wanted.begin(), wanted.end(),
-                                   [&](const Event& part) { return fits(Event::array({part}), event[name]); });
+        const auto& value = event[name];
+        if (fits(wanted, value)) count += 2;
+        if (!wanted.is_array()) continue;
+        for (const auto& part : wanted)
+            if (fits(Event::array({part}), value)) ++count;
     }
     return count;
 }
@@ -131,7 +132,7 @@ std::vector<Expectation> readExpectations(JsonMembers& members, const std::strin
 std::string unmet(const std::vector<Expectation>& expectations, const std::vector<Event>& events) {
     Search search(events);
     for (const auto& expectation : expectations)
-        if (const auto account = search.unmet(expectation); !account.empty()) return account;
+        if (auto account = search.unmet(expectation); !account.empty()) return account;
     return "";
 }
 

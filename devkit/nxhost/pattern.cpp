@@ -52,7 +52,8 @@ bool fits(const Event& pattern, const Event& value) {
 void checkPattern(const Event& pattern, const std::string& place) try {
     if (isRegex(pattern)) regexOf(pattern);
     if (pattern.is_structured())
-        for (const auto& [name, part] : pattern.items()) checkPattern(part, place + "." + name);
+        for (const auto& [name, part] : pattern.items())
+            checkPattern(part, std::string(place).append(".").append(name));
 } catch (const std::regex_error&) {
     throw std::runtime_error(place + ": " + pattern.dump() + " is no regular expression");
 }

@@ -34,6 +34,7 @@ int runProgram(const std::filesystem::path& program, const std::vector<std::stri
     std::vector<std::string> texts = arguments;
     texts.insert(texts.begin(), program.string());
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (auto& text : texts) pointers.push_back(text.data());
     pointers.push_back(nullptr);
     pid_t child = 0;

@@ -68,7 +68,7 @@ std::function<bool(const Stage&)> eventCondition(const Event& pattern) {
     };
 }
 
-Action waitFor(std::function<bool(const Stage&)> over, int limit, const std::string& what) {
+Action waitFor(const std::function<bool(const Stage&)>& over, int limit, const std::string& what) {
     return [=](Stage& stage) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(limit);
         stage.wait = Wait{over, end, what};
