@@ -6,6 +6,7 @@
 
 #include <devkit/gate.h>
 #include <devkit/session.h>
+#include <fault_json.h>
 
 namespace nxhost {
 
@@ -37,16 +38,7 @@ Action readApplication(JsonMembers& step, const std::string& name) {
 }
 
 Action readFault(JsonMembers& step, const std::string& name) {
-    JsonMembers members(needed(step, name), step.pathOf(name));
-    devkit::Fault fault;
-    std::uint64_t number = fault.number;
-    members.read("call", fault.call);
-    members.read("number", number);
-    members.read("status", fault.status);
-    members.read("message", fault.message);
-    members.read("null", fault.null);
-    members.finish();
-    fault.number = static_cast<std::size_t>(number);
+    const auto fault = devkit::readFault(needed(step, name), step.pathOf(name));
     return [fault](Stage&) { devkit::Gate::instance().addFault(fault); };
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "fault_json.h"
 #include "json_members.h"
 #include "part_json.h"
 
@@ -33,17 +34,7 @@ PartData& addPart(const nlohmann::json& description, const std::string& where, c
 }
 
 void addFault(const nlohmann::json& description, const std::string& where) {
-    JsonMembers members(description, where);
-    Fault fault;
-    std::uint64_t number = fault.number;
-    members.read("call", fault.call);
-    members.read("number", number);
-    members.read("status", fault.status);
-    members.read("message", fault.message);
-    members.read("null", fault.null);
-    members.finish();
-    fault.number = static_cast<std::size_t>(number);
-    Gate::instance().addFault(fault);
+    Gate::instance().addFault(readFault(description, where));
 }
 
 void setClone(const nlohmann::json& description, const std::string& where) {
