@@ -194,8 +194,8 @@ void Reading::logResult() const {
 
 void readPart(NXOpen::BasePart& part, ModelMetadata& metadata) {
     metadata.hasLegacyId = legacyIdWarningNeeded(&part);
-    // The setting decides what becomes of such a part: the log has it next to the finding.
-    if (metadata.hasLegacyId) fixLegacyIdEnabled();
+    // The setting decides what becomes of a legacy part: the log has it next to the finding.
+    fixLegacyIdEnabled();
     Reading reading(part, metadata);
     reading.classify();
     reading.logStart();
