@@ -41,6 +41,13 @@ void copyFile(const fs::path& from, const fs::path& to) {
     if (!ignored) fs::last_write_time(to, time, ignored);
 }
 
+std::uintmax_t fileSizeBytes(const fs::path& file) {
+    std::error_code error;
+    const auto size = fs::file_size(file, error);
+    if (error) throw fs::filesystem_error("file_size", file, error);
+    return size;
+}
+
 FileTime lastWriteTime(const fs::path& file) {
     struct stat status {};
     if (::stat(file.c_str(), &status) != 0) {
@@ -51,7 +58,7 @@ FileTime lastWriteTime(const fs::path& file) {
     return FileTime(std::chrono::duration_cast<FileTime::duration>(sinceEpoch));
 }
 
-bool isRegularFile(const fs::path& file) noexcept {
+bool isRegularFile(const fs::path& file) {
     std::error_code ignored;
     return fs::symlink_status(file, ignored).type() == fs::file_type::regular;
 }

@@ -135,10 +135,9 @@ void Reading::readManagedFacts(const ExportRun& run) {
 
 void Reading::readExportedFacts() {
     const fs::path file = platform::pathFromUtf8(metadata_.exportedFile);
-    std::error_code error;
-    const fs::file_status status = fs::status(file, error);
-    if (!fs::is_regular_file(status)) {
-        const bool isMissing = status.type() == fs::file_type::not_found;
+    if (!platform::isRegularFile(file)) {
+        std::error_code error;
+        const bool isMissing = fs::status(file, error).type() == fs::file_type::not_found;
         metadata_.lastModified = unknownTime;
         LogWarning(line("NX display metadata could not read managed export file stats:")
                        .quoted("exported_file", metadata_.exportedFile)
@@ -237,13 +236,6 @@ std::string formatUtcTime(platform::FileTime time) {
     std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02dZ", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
                   utc.tm_hour, utc.tm_min, utc.tm_sec);
     return text;
-}
-
-std::uint64_t fileSizeBytes(const fs::path& file) {
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(file, error);
-    if (error) throw fs::filesystem_error("file_size", file, error);
-    return size;
 }
 
 double totalSizeMb(const std::vector<ModelFileEntry>& files) {

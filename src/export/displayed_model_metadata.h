@@ -23,8 +23,7 @@ std::string formatDisplayTime(platform::FileTime time);
 /// `time` in UTC as "%Y-%m-%dT%H:%M:%SZ".
 std::string formatUtcTime(platform::FileTime time);
 
-/// Size of `file` in bytes. Throws std::filesystem::filesystem_error of the operation "file_size".
-std::uint64_t fileSizeBytes(const std::filesystem::path& file);
+using platform::fileSizeBytes;
 
 /// Sum in MiB over the entries' upload files, or their source files where there is none to upload; what is missing or
 /// no ordinary file adds nothing.

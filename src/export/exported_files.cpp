@@ -20,7 +20,7 @@ bool isSupported(const std::string& name) {
 void addFile(const fs::path& path, std::vector<ExportedFile>& files) {
     if (!isSupported(platform::utf8FromPath(path))) return;
     try {
-        files.push_back({path, fs::file_size(path), platform::lastWriteTime(path)});
+        files.push_back({path, platform::fileSizeBytes(path), platform::lastWriteTime(path)});
     } catch (const fs::filesystem_error&) {
         // Gone since it was listed.
     }

@@ -1,8 +1,9 @@
 // File operations that the C++ library of one or another compiler gets wrong on Windows: copying over a file, write
-// times below a second, appending beside other writers.
+// times below a second, names of over 260 characters, appending beside other writers.
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <string_view>
 
@@ -17,6 +18,9 @@ bool appendToFile(const std::filesystem::path& file, std::string_view bytes) noe
 /// std::filesystem::filesystem_error of the operation "copy_file" with both paths.
 void copyFile(const std::filesystem::path& from, const std::filesystem::path& to);
 
+/// Size of `file` in bytes. Any thread. Throws std::filesystem::filesystem_error of the operation "file_size".
+std::uintmax_t fileSizeBytes(const std::filesystem::path& file);
+
 /// A moment of the system clock, as fine as the file system keeps it (100 ns on NTFS).
 using FileTime = std::chrono::system_clock::time_point;
 
@@ -24,7 +28,7 @@ using FileTime = std::chrono::system_clock::time_point;
 FileTime lastWriteTime(const std::filesystem::path& file);
 
 /// True for an ordinary file: it exists and is no directory, symbolic link, mount point or other reparse point. False
-/// as well when its status cannot be read. Any thread; never throws.
-bool isRegularFile(const std::filesystem::path& file) noexcept;
+/// as well when its status cannot be read. Any thread; fails for lack of memory alone.
+bool isRegularFile(const std::filesystem::path& file);
 
 }  // namespace platform

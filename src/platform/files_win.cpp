@@ -1,3 +1,4 @@
+#include <platform/extended_path_win.h>
 #include <platform/files.h>
 #include <platform/last_error.h>
 #include <platform/windows_ticks.h>
@@ -6,6 +7,18 @@
 
 namespace platform {
 namespace fs = std::filesystem;
+
+namespace {
+
+WIN32_FILE_ATTRIBUTE_DATA attributesOf(const fs::path& file, const char* operation) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(extendedPath(file).c_str(), GetFileExInfoStandard, &data)) {
+        throw fs::filesystem_error(operation, file, lastError());
+    }
+    return data;
+}
+
+}  // namespace
 
 bool appendToFile(const fs::path& file, std::string_view bytes) noexcept {
     const HANDLE handle = CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
@@ -18,20 +31,24 @@ bool appendToFile(const fs::path& file, std::string_view bytes) noexcept {
 }
 
 void copyFile(const fs::path& from, const fs::path& to) {
-    if (!CopyFileW(from.c_str(), to.c_str(), FALSE)) throw fs::filesystem_error("copy_file", from, to, lastError());
+    if (!CopyFileW(extendedPath(from).c_str(), extendedPath(to).c_str(), FALSE)) {
+        throw fs::filesystem_error("copy_file", from, to, lastError());
+    }
+}
+
+std::uintmax_t fileSizeBytes(const fs::path& file) {
+    const auto data = attributesOf(file, "file_size");
+    return (static_cast<std::uintmax_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
 }
 
 FileTime lastWriteTime(const fs::path& file) {
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data)) {
-        throw fs::filesystem_error("last_write_time", file, lastError());
-    }
+    const auto data = attributesOf(file, "last_write_time");
     const auto ticks = joinTicks(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime);
     return FileTime(std::chrono::duration_cast<FileTime::duration>(ticks - from1601To1970));
 }
 
-bool isRegularFile(const fs::path& file) noexcept {
-    const DWORD attributes = GetFileAttributesW(file.c_str());
+bool isRegularFile(const fs::path& file) {
+    const DWORD attributes = GetFileAttributesW(extendedPath(file).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES &&
            (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == 0;
 }

@@ -1,4 +1,4 @@
-#include <platform/growing_buffer.h>
+#include <platform/extended_path_win.h>
 #include <platform/last_error.h>
 #include <platform/remove_tree.h>
 
@@ -11,18 +11,6 @@ namespace platform {
 namespace fs = std::filesystem;
 
 namespace {
-
-/// `path` in the form that has no length limit and that the system takes literally.
-std::wstring extendedPath(const fs::path& path) {
-    const std::wstring& text = path.native();
-    if (text.starts_with(L"\\\\?\\")) return text;
-    const auto full = readMeasuringCall([&](wchar_t* buffer, std::size_t size) -> std::optional<std::size_t> {
-        const DWORD length = GetFullPathNameW(text.c_str(), static_cast<DWORD>(size), buffer, nullptr);
-        return length ? std::optional<std::size_t>(length) : std::nullopt;
-    });
-    if (!full) return text;
-    return full->starts_with(L"\\\\") ? L"\\\\?\\UNC" + full->substr(1) : L"\\\\?\\" + *full;
-}
 
 /// Runs `remove`, and once more without the read-only mark when that is what stands in its way.
 std::error_code removeWith(BOOL(WINAPI* remove)(const wchar_t*), const fs::path& path) {

@@ -79,6 +79,7 @@ TEST_F(DisplayedModelMetadata, nativePart) {
     EXPECT_THAT(
         log(),
         ElementsAre(
+            "INFO pivra_fix_legacy_id is true (default true).",
             "INFO Reading NX display metadata: " + labelOf(bolt) + " drawing=false managed=false source=\"" +
                 bolt.fullPath + "\".",
             "DEBUG NX display metadata read from local source: file_name=\"bolt.prt\" source_file_id=\"" + id +
@@ -101,10 +102,11 @@ TEST_F(DisplayedModelMetadata, partThatWasNeverSaved) {
     EXPECT_EQ(metadata->lastModified, "");
     EXPECT_THAT(metadata->files, IsEmpty());
     auto lines = log();
-    lines.resize(3);
+    lines.resize(4);
     EXPECT_THAT(
         lines,
-        ElementsAre("DEBUG NX part has no usable local source and did not decode as Teamcenter-managed; treating as "
+        ElementsAre("INFO pivra_fix_legacy_id is true (default true).",
+                    "DEBUG NX part has no usable local source and did not decode as Teamcenter-managed; treating as "
                     "local unsaved part: part=\"model1\" source=\"\".",
                     "INFO Reading NX display metadata: part=\"model1\" drawing=false managed=false source=\"\".",
                     "WARNING NX display metadata found a local part without a saved source file: part=\"model1\" "

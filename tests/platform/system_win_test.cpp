@@ -47,6 +47,21 @@ TEST(FilesOnWindows, writeTimesKeepTheirHundredNanoseconds) {
     EXPECT_EQ(std::chrono::nanoseconds(sinceEpoch).count(), 1'709'251'200'123'456'700);
 }
 
+TEST(FilesOnWindows, takesNamesOverTheOldLimit) {
+    const test_support::PluginFolder folder;
+    auto deep = folder.path();
+    for (int level = 0; level < 6; ++level) {
+        deep /= std::wstring(50, L'd');
+        ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + deep.native()).c_str(), nullptr));
+    }
+    const auto file = folder.writeFile("file", "bytes");
+    platform::copyFile(file, deep / L"Gehäuse 1.prt");
+    EXPECT_TRUE(platform::isRegularFile(deep / L"Gehäuse 1.prt"));
+    EXPECT_EQ(platform::fileSizeBytes(deep / L"Gehäuse 1.prt"), 5u);
+    EXPECT_EQ(platform::lastWriteTime(deep / L"Gehäuse 1.prt"), platform::lastWriteTime(file));
+    EXPECT_THROW(platform::fileSizeBytes(deep / L"missing"), std::filesystem::filesystem_error);
+}
+
 TEST(RemoveTreeOnWindows, takesNamesLiterally) {
     const test_support::PluginFolder folder;
     const auto tree = folder.path() / "tree";
