@@ -1,0 +1,67 @@
+#!/usr/bin/env python3
+"""Compares the texts that the sources can show with those that docs/troubleshooting.md explains, both ways.
+
+A text that can be shown is a sentence, or the beginning of one, that is not written to the log. The other literals of
+the sources serve to find what the document calls a log line or a word of the dialogs.
+"""
+import pathlib
+import re
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+LITERAL = re.compile(r'"(?:[^"\\\n]|\\.)*"(?:\s*"(?:[^"\\\n]|\\.)*")*')
+PIECE = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
+COMMENT = re.compile(r"//[^\n]*|#include[^\n]*")
+TROUBLE = re.compile(r"\bLog(Warning|Error)\(|\blogError\(|\bfail\(|\battempt(Write)?\(")
+LOGGED = re.compile(r"\bLog(Debug|Info|Warning|Error|Line)?\w*\(")
+
+
+def literals_of(source):
+    """The text of each literal of a source, and the beginning of its statement."""
+    code = COMMENT.sub("", source.read_text(encoding="utf-8"))
+    for match in LITERAL.finditer(code):
+        yield "".join(PIECE.findall(match.group())), re.split(r"[;{}]", code[: match.start()])[-1]
+
+
+def literals():
+    """The text of each literal in the sources, and whether its statement logs."""
+    for source in sorted((ROOT / "src").rglob("*.*")):
+        for text, statement in literals_of(source):
+            yield text, bool(LOGGED.search(statement))
+
+
+def is_shown(text):
+    words = text.split()
+    begins = text[:1].isupper() and len(words) >= 2
+    return begins and (text.endswith(".") or text.endswith(" ") and len(words) >= 6)
+
+
+def heads_of_trouble():
+    """The heads of the log's warnings and errors: those in a statement that logs one, and those of tables of heads."""
+    for source in sorted((ROOT / "src").rglob("*.cpp")):
+        for text, statement in literals_of(source):
+            if TROUBLE.search(statement) and text[:1].isupper() and len(text.split()) >= 4:
+                yield text.strip()
+
+
+def first_cells(document):
+    rows = re.findall(r"^\| ([^|]+?) \|", document, re.MULTILINE)
+    return [row for row in rows if row not in ("text", "line")]
+
+
+def main():
+    found = list(literals())
+    shown = {text.strip() for text, logged in found if not logged and is_shown(text)}
+    known = {text.strip() for text, _ in found}
+    explained = first_cells((ROOT / "docs/troubleshooting.md").read_text(encoding="utf-8"))
+    faults = [f"not explained: {text}" for text in sorted(shown - set(explained))]
+    faults += [f"no cause given: {head}" for head in sorted(set(heads_of_trouble()))
+               if not any(head.startswith(text.rstrip(".:")) for text in explained)]
+    faults += [f"explained, but not in the sources: {text}" for text in explained
+               if not any(literal.startswith(text) or text.startswith(literal) and len(literal) > 10 for literal in known)]
+    faults += [f"explained twice: {text}" for text in sorted({t for t in explained if explained.count(t) > 1})]
+    print("\n".join(faults) or f"{len(shown)} texts, all explained")
+    return 1 if faults or len(shown) < 40 else 0
+
+
+sys.exit(main())
