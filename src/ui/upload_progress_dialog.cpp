@@ -153,6 +153,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
 
     void reportFailure() {
         logging::LogError("Pivra upload failed: " + result_.message);
+        setVisible(dialog(), "spinner", false);
         const auto report = failureReport(request_->metadata->fileName, request_->workspaceName, result_.message);
         try {
             ShowErrorMessage(report);

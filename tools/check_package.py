@@ -1,0 +1,80 @@
+#!/usr/bin/env python3
+"""Checks the package as an administrator meets it: its checksum, its files, and the plug-in run from where it lies.
+
+usage: check_package.py ZIP FOLDER HOST...
+
+FOLDER is emptied and filled. HOST is the stand-in host's command line as far as its options. One line a check: "ok" or
+"FAILED", and its name.
+"""
+import hashlib
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import zipfile
+
+ZIP, FOLDER, HOST = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]), sys.argv[3:]
+SOURCES = pathlib.Path(__file__).resolve().parent.parent
+VERSION = re.search(r"project\(\w+ VERSION ([\d.]+)", (SOURCES / "CMakeLists.txt").read_text()).group(1)
+failed = False
+
+
+def check(name, fault):
+    """Notes a check; `fault` says what is wrong, and is empty when nothing is."""
+    global failed
+    failed = failed or bool(fault)
+    print(f"FAILED {name}: {fault}" if fault else f"ok {name}")
+
+
+def differing(name, found, wanted):
+    check(name, "" if found == wanted else f"only found {sorted(found - wanted)}, only wanted {sorted(wanted - found)}")
+
+
+def files_of(folder):
+    return {str(p.relative_to(folder)) for p in folder.rglob("*") if p.is_file()}
+
+
+def wanted_files():
+    shipped = {f"{top}/{name}" for top in ("application", "startup") for name in files_of(SOURCES / "package" / top)}
+    texts = re.findall(r"`([\w-]+\.txt)`", (SOURCES / "package/LICENCES.md").read_text())
+    built = {"application/nx-integration.dll", "application/gopiv-windows-amd64.dll"}
+    return shipped | built | {"LICENCES.md"} | {f"licences/{text}" for text in texts}
+
+
+def settings_in(text, pattern):
+    return set(re.findall(pattern, text, re.MULTILINE))
+
+
+def run(host):
+    result = subprocess.run(host, stdout=subprocess.PIPE, text=True, encoding="utf-8")
+    uploads = result.stdout.count('"event":"upload"')
+    return "" if result.returncode == 0 and uploads else f"status {result.returncode}, {uploads} uploads"
+
+
+def main():
+    check("the package is named after the version", "" if ZIP.name == f"pivra-nx-{VERSION}.zip" else ZIP.name)
+    checksum = ZIP.with_name(ZIP.name + ".sha256").read_text().split()[0]
+    check("its checksum file fits", "" if hashlib.sha256(ZIP.read_bytes()).hexdigest() == checksum else checksum)
+
+    shutil.rmtree(FOLDER, ignore_errors=True)
+    installed = FOLDER / "Pivra für NX"
+    with zipfile.ZipFile(ZIP) as package:
+        package.extractall(installed)
+    differing("it holds what ships and nothing else", files_of(installed), wanted_files())
+
+    library = (installed / "application/nx-integration.dll").read_bytes()
+    check("the library's resource has the version",
+          "" if ("FileVersion\0\0" + VERSION).encode("utf-16-le") in library else "another one, or none")
+    properties = (installed / "application/pivra.properties").read_text()
+    check("pivra.properties sets nothing", ", ".join(settings_in(properties, r"^[^#\n].*")))
+    differing("pivra.properties shows each setting", settings_in(properties, r"^# (pivra_\w+) ="),
+              settings_in((SOURCES / "docs/settings.md").read_text(), r"^\| `(pivra_\w+)`"))
+
+    replay = SOURCES / "tests/replays/first-sign-in-and-upload.json"
+    check("the host runs it from where it lies",
+          run([*HOST, "--installed", str(installed), "--sandbox", str(FOLDER / "Büro Süd"), str(replay)]))
+    return 1 if failed else 0
+
+
+sys.exit(main())
