@@ -38,9 +38,26 @@ HttpResponse plainText(int status, const std::string& text) {
     return {status, "text/plain; charset=utf-8", text, ""};
 }
 
-HttpResponse answer(const HttpHandler& handler, const http::request<http::string_body>& message) {
+/// Why a request is not even looked at. A foreign host is a name of somebody else's that leads to this computer; a
+/// foreign origin is a page of somebody else's that sends its forms here.
+std::optional<HttpResponse> refusal(const http::request<http::string_body>& message, const std::string& authority) {
     if (message.method() != http::verb::get && message.method() != http::verb::post) {
         return plainText(405, "Only GET and POST are served here.\n");
+    }
+    if (message[http::field::host] != authority) {
+        return plainText(421, "This service has no other name than " + authority + ".\n");
+    }
+    const std::string origin(message[http::field::origin]);
+    if (!origin.empty() && origin != "http://" + authority) {
+        return plainText(403, "Only this service's own pages may ask this.\n");
+    }
+    return std::nullopt;
+}
+
+HttpResponse answer(const HttpHandler& handler, const http::request<http::string_body>& message,
+                    const std::string& authority) {
+    if (auto refused = refusal(message, authority)) {
+        return *refused;
     }
     try {
         return handler(requestFrom(message));
@@ -54,8 +71,11 @@ Response messageFrom(const HttpResponse& response, bool keepAlive) {
     message.set(http::field::content_type, response.contentType);
     message.set(http::field::cache_control, "no-store");
     message.set("X-Content-Type-Options", "nosniff");
-    message.set("Content-Security-Policy", "default-src 'none'; style-src 'unsafe-inline'; form-action 'self'");
-    message.set("Referrer-Policy", "no-referrer");
+    message.set("Content-Security-Policy",
+                "default-src 'none'; style-src 'unsafe-inline'; img-src data:; form-action 'self'; base-uri 'none'; "
+                "frame-ancestors 'none'");
+    // Without any referrer a browser would send these pages' own forms with the origin "null".
+    message.set("Referrer-Policy", "same-origin");
     if (!response.location.empty()) {
         message.set(http::field::location, response.location);
     }
@@ -69,7 +89,8 @@ Response messageFrom(const HttpResponse& response, bool keepAlive) {
 /// timer: on Windows that would start a thread, which the context's end joins.
 class Connection : public std::enable_shared_from_this<Connection> {
  public:
-    Connection(tcp::socket socket, const HttpHandler& handler) : socket_(std::move(socket)), handler_(handler) {}
+    Connection(tcp::socket socket, const HttpHandler& handler, const std::string& authority)
+        : socket_(std::move(socket)), handler_(handler), authority_(authority) {}
 
     void read() {
         parser_.emplace();
@@ -85,7 +106,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
  private:
     void write() {
         const auto& request = parser_->get();
-        response_ = messageFrom(answer(handler_, request), request.keep_alive());
+        response_ = messageFrom(answer(handler_, request, authority_), request.keep_alive());
         http::async_write(socket_, response_, [self = shared_from_this()](beast::error_code error, std::size_t) {
             if (!error && self->response_.keep_alive()) {
                 self->read();
@@ -97,6 +118,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
     tcp::socket socket_;
     const HttpHandler& handler_;
+    const std::string& authority_;
     beast::flat_buffer buffer_{2 * sizeLimit};
     std::optional<http::request_parser<http::string_body>> parser_;
     Response response_;
@@ -123,12 +145,13 @@ struct HttpServer::Loop {
         acceptor->bind(endpoint);
         acceptor->listen();
         boundPort = acceptor->local_endpoint().port();
+        authority = "127.0.0.1:" + std::to_string(boundPort);
     }
 
     void accept() {
         acceptor->async_accept([this](beast::error_code error, tcp::socket socket) {
             if (!error) {
-                std::make_shared<Connection>(std::move(socket), handler)->read();
+                std::make_shared<Connection>(std::move(socket), handler, authority)->read();
             }
             if (error != asio::error::operation_aborted) {
                 accept();
@@ -153,6 +176,7 @@ struct HttpServer::Loop {
     std::optional<asio::io_context> context{std::in_place, 1};
     std::optional<tcp::acceptor> acceptor{*context};
     unsigned short boundPort = 0;
+    std::string authority;
     std::promise<void> ended;
 };
 

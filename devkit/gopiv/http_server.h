@@ -26,7 +26,8 @@ struct HttpResponse {
 /// Answers requests; called on the server's one thread. What it throws becomes a page with status 500.
 using HttpHandler = std::function<HttpResponse(const HttpRequest&)>;
 
-/// Listens on 127.0.0.1 from construction to destruction. Requests of over 16 KiB are dropped.
+/// Listens on 127.0.0.1 from construction to destruction. Requests of over 16 KiB are dropped; those for another host
+/// than "127.0.0.1:<port>" (421) and those from another origin's pages (403) never reach the handler.
 class HttpServer {
  public:
     /// `port` 0 takes a free one. Throws std::runtime_error when the port cannot be had.

@@ -1,35 +1,33 @@
 #include "pages.h"
 
+#include "html.h"
+
 namespace gopiv::pages {
 namespace {
 
+using html::document;
+using html::escaped;
 using nlohmann::json;
 
-std::string escaped(const std::string& text) {
-    std::string html;
-    for (const char c : text) {
-        switch (c) {
-            case '&':
-                html += "&amp;";
-                break;
-            case '<':
-                html += "&lt;";
-                break;
-            case '>':
-                html += "&gt;";
-                break;
-            case '"':
-                html += "&quot;";
-                break;
-            case '\'':
-                html += "&#39;";
-                break;
-            default:
-                html += c;
-        }
-    }
-    return html;
-}
+constexpr const char* filesStart = R"(<h2 id="files">Files</h2>
+<div class="scroll" role="region" aria-labelledby="files" tabindex="0">
+<table>
+<thead>
+<tr>
+<th scope="col">File</th>
+<th scope="col" class="number">Bytes</th>
+<th scope="col">Revision</th>
+<th scope="col">File id</th>
+<th scope="col">SHA-256</th>
+</tr>
+</thead>
+<tbody>
+)";
+constexpr const char* filesEnd = R"(</tbody>
+</table>
+</div>
+<nav aria-label="Service"><p><a href="/">All workspaces</a></p></nav>
+)";
 
 /// A member as text: a string's own, a number's digits, nothing for null.
 std::string memberText(const json& object, const char* name) {
@@ -38,24 +36,6 @@ std::string memberText(const json& object, const char* name) {
         return "";
     }
     return escaped(value.is_string() ? value.get<std::string>() : value.dump());
-}
-
-std::string document(const std::string& title, const std::string& body) {
-    return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-           "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>" +
-           escaped(title) +
-           " - Pivra development service</title>\n<style>\n"
-           "body { font: 1rem/1.5 system-ui, sans-serif; color: #1b2733; max-width: 50rem; margin: 3rem auto; "
-           "padding: 0 1rem; }\n"
-           "th, td { text-align: left; vertical-align: top; padding: 0.3rem 1.2rem 0.3rem 0; "
-           "border-bottom: 1px solid #c3ccd5; overflow-wrap: anywhere; }\n"
-           "button { font: inherit; padding: 0.5rem 1.5rem; margin-right: 1rem; border: 1px solid #1d5fa8; "
-           "border-radius: 4px; background: #fff; color: #1d5fa8; }\n"
-           "button.main { background: #1d5fa8; color: #fff; }\n"
-           "footer { margin-top: 3rem; color: #52616f; }\n</style>\n</head>\n<body>\n<main>\n<h1>" +
-           escaped(title) + "</h1>\n" + body +
-           "</main>\n<footer>Embedded development service. Its data stays on this "
-           "computer.</footer>\n</body>\n</html>\n";
 }
 
 std::string userLabel(const json& user) {
@@ -80,45 +60,68 @@ std::string workspaceOf(const ServiceData& data, const json& revision) {
 }
 
 std::string revisionTitle(const json& revision) {
-    const std::string name = revision["fileName"].is_string() ? revision["fileName"].get<std::string>() : "";
     const json& files = revision["files"];
-    return !name.empty() || files.empty() ? name : files.front()["name"].get<std::string>();
+    for (const json& name : {revision["fileName"], files.empty() ? json() : files.front()["name"]}) {
+        if (name.is_string() && name != "") {
+            return name.get<std::string>();
+        }
+    }
+    return "(unnamed file)";
+}
+
+/// When a revision came, to the minute: its time is "YYYY-MM-DDTHH:MM:SSZ".
+std::string timeOf(const json& revision) {
+    const std::string time = memberText(revision, "createdAt");
+    return "<time datetime=\"" + time + "\">" + time.substr(0, 10) + " " + time.substr(11, 5) + " UTC</time>";
+}
+
+/// Digits in groups of three.
+std::string grouped(std::string digits) {
+    for (std::size_t place = 3; place < digits.size(); place += 4) {
+        digits.insert(digits.size() - place, ",");
+    }
+    return digits;
+}
+
+std::string listItem(const json& revision) {
+    return "<li><a href=\"/models?revisionId=" + memberText(revision, "revisionId") + "\">" +
+           escaped(revisionTitle(revision)) + "</a>, revision " + memberText(revision, "revision") + ", " +
+           timeOf(revision) + "</li>\n";
 }
 
 std::string workspaceSection(const json& workspace, const json& revisions) {
     std::string items;
     for (const json& revision : revisions) {
-        if (revision["workspaceId"] == workspace["id"]) {
-            const std::string id = memberText(revision, "revisionId");
-            items += "<li><a href=\"/models?revisionId=" + id + "\">" + escaped(revisionTitle(revision)) +
-                     "</a>, revision " + memberText(revision, "revision") + ", " + memberText(revision, "createdAt") +
-                     "</li>\n";
-        }
+        items += revision["workspaceId"] == workspace["id"] ? listItem(revision) : "";
     }
-    return "<h2>" + workspaceName(workspace) + "</h2>\n" +
-           (items.empty() ? "<p>Nothing has been uploaded yet.</p>\n" : "<ul>\n" + items + "</ul>\n");
+    return "<section>\n<h2>" + workspaceName(workspace) + "</h2>\n" +
+           (items.empty() ? "<p>Nothing has been uploaded yet.</p>\n" : "<ul>\n" + items + "</ul>\n") + "</section>\n";
 }
 
-std::string tableRow(const std::string& cell, const std::initializer_list<std::string>& texts) {
-    std::string row = "<tr>";
-    for (const std::string& text : texts) {
-        row += "<" + cell + ">" + text + "</" + cell + ">";
-    }
-    return row + "</tr>\n";
+std::string fileRow(const json& file) {
+    return "<tr><th scope=\"row\">" + memberText(file, "name") + "</th><td class=\"number\">" +
+           grouped(memberText(file, "size")) + "</td><td>" + memberText(file, "revision") + "</td><td><code>" +
+           memberText(file, "fileId") + "</code></td><td><code>" + memberText(file, "sha256") + "</code></td></tr>\n";
+}
+
+std::string facts(const ServiceData& data, const json& revision) {
+    return "<dl>\n<dt>Workspace</dt><dd>" + workspaceOf(data, revision) + "</dd>\n<dt>Revision</dt><dd>" +
+           memberText(revision, "revision") + "</dd>\n<dt>Uploaded</dt><dd>" + timeOf(revision) + "</dd>\n</dl>\n";
 }
 
 }  // namespace
 
 std::string signIn(const ServiceData& data, const std::string& clientId, const std::string& ticket) {
-    return document(
-        "Sign in to Pivra",
-        "<p>The program with the client id <b>" + escaped(clientId) + "</b> asks to act for <b>" +
-            userLabel(data.user) +
-            "</b>.</p>\n<form method=\"post\" action=\"/authorize\">\n"
-            "<input type=\"hidden\" name=\"ticket\" value=\"" +
-            escaped(ticket) +
-            "\">\n<button class=\"main\" type=\"submit\" name=\"decision\" value=\"accept\">Sign in</button>\n"
-            "<button type=\"submit\" name=\"decision\" value=\"refuse\">Refuse</button>\n</form>\n");
+    std::string body = "<p>The program with the client id <strong>" + escaped(clientId) +
+                       "</strong> asks to act for <strong>" + userLabel(data.user) + "</strong>.</p>\n";
+    body += R"(<form method="post" action="/authorize">
+<input type="hidden" name="ticket" value=")" +
+            escaped(ticket) + R"(">
+<button class="main" type="submit" name="decision" value="accept">Sign in</button>
+<button type="submit" name="decision" value="refuse">Refuse</button>
+</form>
+)";
+    return document("Sign in to Pivra", body);
 }
 
 std::string message(const std::string& title, const std::string& text) {
@@ -126,23 +129,19 @@ std::string message(const std::string& title, const std::string& text) {
 }
 
 std::string overview(const ServiceData& data, const json& revisions) {
-    std::string body;
+    std::string sections;
     for (const json& workspace : data.workspaces) {
-        body += workspaceSection(workspace, revisions);
+        sections += workspaceSection(workspace, revisions);
     }
-    return document("Workspaces", body);
+    return document("Workspaces", sections.empty() ? "<p>There are no workspaces.</p>\n" : sections);
 }
 
 std::string revision(const ServiceData& data, const json& revision) {
-    std::string rows = tableRow("th", {"File", "File id", "Revision", "Bytes", "SHA-256"});
+    std::string rows;
     for (const json& file : revision["files"]) {
-        rows += tableRow("td", {memberText(file, "name"), memberText(file, "fileId"), memberText(file, "revision"),
-                                memberText(file, "size"), memberText(file, "sha256")});
+        rows += fileRow(file);
     }
-    return document(revisionTitle(revision),
-                    "<p>Workspace: " + workspaceOf(data, revision) + "<br>\nRevision: " +
-                        memberText(revision, "revision") + "<br>\nUploaded: " + memberText(revision, "createdAt") +
-                        "</p>\n<table>\n" + rows + "</table>\n<p><a href=\"/\">All workspaces</a></p>\n");
+    return document(revisionTitle(revision), facts(data, revision) + filesStart + rows + filesEnd);
 }
 
 }  // namespace gopiv::pages

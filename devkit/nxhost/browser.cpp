@@ -1,6 +1,7 @@
 #include "browser.h"
 
 #include "steps.h"
+#include "system.h"
 
 #include <http_client.h>
 
@@ -8,6 +9,7 @@
 #include <chrono>
 #include <regex>
 #include <thread>
+#include <utility>
 
 namespace nxhost {
 
@@ -69,7 +71,10 @@ std::string titleOf(const std::string& page) {
 int Browser::open(const std::string& address) {
     opened_.push_back(address);
     transcript_.write({{"event", "opened"}, {"address", address}});
-    return present_ ? 33 : 31;
+    if (!present_) return 31;
+    if (!program_.empty())
+        visits_.push_back({address, std::async(std::launch::async, runProgram, program_, std::vector{address})});
+    return 33;
 }
 
 const std::string& Browser::address(int opened) const {
@@ -92,6 +97,16 @@ void Browser::load(const std::string& address) {
                        {"status", page.status},
                        {"title", titleOf(page.body)},
                        {"text", textOf(page.body)}});
+}
+
+void Browser::finish() {
+    if (visits_.empty()) throw StepError("No address has been given to a program.");
+    for (auto& visit : std::exchange(visits_, {})) {
+        const int status = visit.status.get();
+        transcript_.write({{"event", "browsed"}, {"address", visit.address}, {"status", status}});
+        if (status != 0) throw StepError("The browser's program ended with status " + std::to_string(status) + ".");
+        waitUntilQuiet(baseOf(visit.address));
+    }
 }
 
 }  // namespace nxhost

@@ -4,18 +4,24 @@
 #include "transcript.h"
 
 #include <cstddef>
+#include <filesystem>
+#include <future>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace nxhost {
 
 class Browser {
  public:
-    Browser(Transcript& transcript, bool present) : transcript_(transcript), present_(present) {}
+    /// `program`, unless it is empty, is started with each address that is opened.
+    Browser(Transcript& transcript, bool present, std::filesystem::path program)
+        : transcript_(transcript), present_(present), program_(std::move(program)) {}
 
     void setPresent(bool present) { present_ = present; }
 
-    /// The shell's call: notes the address. Returns the shell's result, 33, or 31 when there is no browser.
+    /// The shell's call: notes the address and starts the program. Returns the shell's result, 33, or 31 when there is
+    /// no browser.
     int open(const std::string& address);
 
     /// Address number `opened`, from 1; 0 is the latest. Throws StepError when there is none.
@@ -26,10 +32,21 @@ class Browser {
     /// Loads a page and notes its status, title and text.
     void load(const std::string& address);
 
+    /// Waits until each program started so far has ended, notes how, and then waits until the service has nothing more
+    /// to do. Throws StepError when none has been started since the last call or one ended with another status than 0.
+    void finish();
+
  private:
+    struct Visit {
+        std::string address;
+        std::future<int> status;
+    };
+
     Transcript& transcript_;
     bool present_;
+    std::filesystem::path program_;
     std::vector<std::string> opened_;
+    std::vector<Visit> visits_;
 };
 
 }  // namespace nxhost

@@ -73,8 +73,11 @@ DialogWindow::DialogWindow(devkit::DialogData& dialog, const std::vector<std::fi
     RegisterClassW(&type);
     font_ = CreateFontW(-12, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, 0, 0, CLEARTYPE_QUALITY, 0,
                         L"WenQuanYi Micro Hei");
-    window_ = CreateWindowExW(WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT, type.lpszClassName, wide(dialog.title).c_str(),
-                              windowStyle, 80, 60, clientWidth, 200, owner, nullptr, nullptr, this);
+    RECT above{};
+    if (owner) GetWindowRect(owner, &above);
+    window_ =
+        CreateWindowExW(WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT, type.lpszClassName, wide(dialog.title).c_str(),
+                        windowStyle, above.left + 80, above.top + 60, clientWidth, 200, owner, nullptr, nullptr, this);
     if (!window_) throw std::runtime_error("The dialog's window cannot be made.");
     tooltips_ = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0,
                                 window_, nullptr, nullptr, nullptr);
@@ -84,6 +87,7 @@ DialogWindow::DialogWindow(devkit::DialogData& dialog, const std::vector<std::fi
     if (owner_) EnableWindow(owner_, FALSE);
     ShowWindow(window_, SW_SHOW);
     SetActiveWindow(window_);
+    if (owner_) SetFocus(GetNextDlgTabItem(window_, nullptr, FALSE));
 }
 
 DialogWindow::~DialogWindow() {

@@ -1,4 +1,5 @@
 // Loads the built plug-in as the host does, and plays replays with it.
+#include "by_hand.h"
 #include "options.h"
 #include "player.h"
 #include "system.h"
@@ -33,19 +34,20 @@ void startSession(const Replay& replay, const Sandbox& sandbox, Transcript& tran
 
 // Plays one replay in this process, which the plug-in's state makes good for one only.
 Outcome playHere(const Options& options, const fs::path& file) {
-    const auto replay = readReplay(file);
+    const auto replay = readReplay(file, !options.interactive);
     Sandbox sandbox(options.sandbox);
-    sandbox.fill(replay, {options.plugin, options.application, options.plugin.parent_path() / NXHOST_SERVICE});
+    sandbox.fill(replay, {options.plugin, options.application, options.plugin.parent_path() / NXHOST_SERVICE,
+                          options.installed});
     Transcript transcript(std::cout, sandbox.root(),
                           options.stable ? std::optional<Placeholders>(replay.text) : std::nullopt);
     startSession(replay, sandbox, transcript);
     const auto screen = makeScreen(transcript, {sandbox.application()});
     devkit::setPresenter(screen.get());
-    Browser browser(transcript, replay.system.browser);
+    Browser browser(transcript, replay.system.browser, options.browser);
     Plugin plugin(sandbox.plugin());
     plugin.onOpen([&browser](const std::string& address) { return browser.open(address); });
     Stage stage{sandbox, transcript, *screen, plugin, browser, options.pictures};
-    const auto faults = Player(replay, stage).play();
+    const auto faults = options.interactive ? useByHand(replay, stage) : Player(replay, stage).play();
     for (const auto& fault : faults) std::cerr << replay.title << ": " << fault << "\n";
     return faults.empty() ? passed : differs;
 }
@@ -54,7 +56,10 @@ std::vector<std::string> childArguments(const Options& options, const fs::path& 
     std::vector<std::string> arguments{"--keep", "--sandbox", utf8(sandbox), "--plugin", utf8(options.plugin)};
     arguments.insert(arguments.end(), {"--application", utf8(options.application)});
     if (options.stable) arguments.push_back("--stable");
+    if (options.interactive) arguments.push_back("--interactive");
+    if (!options.installed.empty()) arguments.insert(arguments.end(), {"--installed", utf8(options.installed)});
     if (!options.pictures.empty()) arguments.insert(arguments.end(), {"--pictures", utf8(options.pictures)});
+    if (!options.browser.empty()) arguments.insert(arguments.end(), {"--browser", utf8(options.browser)});
     arguments.push_back(utf8(file));
     return arguments;
 }

@@ -8,19 +8,22 @@
 namespace nxhost {
 
 const char* const usage =
-    "nxhost [--stable] [--keep] [--sandbox DIR] [--pictures DIR] [--plugin FILE] [--application DIR] FILE...\n"
+    "nxhost [--stable] [--keep] [--sandbox DIR] [--pictures DIR] [--plugin FILE] [--application DIR]\n"
+    "       [--installed DIR] [--browser PROGRAM] FILE...\n"
+    "nxhost --interactive [--keep] [--sandbox DIR] [--plugin FILE] [--application DIR] [--installed DIR] FILE\n"
     "nxhost --export-check [--plugin FILE]\n";
 
 Options readOptions(const std::vector<std::string>& arguments, const std::filesystem::path& programFolder) {
     Options options;
     options.plugin = programFolder / NXHOST_PLUGIN;
     options.application = pathOf(NXHOST_APPLICATION);
-    const std::map<std::string, bool*> flags{
-        {"--stable", &options.stable}, {"--keep", &options.keep}, {"--export-check", &options.exportCheck}};
-    const std::map<std::string, std::filesystem::path*> paths{{"--sandbox", &options.sandbox},
-                                                              {"--pictures", &options.pictures},
-                                                              {"--plugin", &options.plugin},
-                                                              {"--application", &options.application}};
+    const std::map<std::string, bool*> flags{{"--stable", &options.stable},
+                                             {"--keep", &options.keep},
+                                             {"--export-check", &options.exportCheck},
+                                             {"--interactive", &options.interactive}};
+    const std::map<std::string, std::filesystem::path*> paths{
+        {"--sandbox", &options.sandbox},         {"--pictures", &options.pictures},   {"--plugin", &options.plugin},
+        {"--application", &options.application}, {"--installed", &options.installed}, {"--browser", &options.browser}};
     for (std::size_t index = 0; index < arguments.size(); ++index) {
         const auto& argument = arguments[index];
         if (flags.contains(argument)) {
@@ -35,6 +38,8 @@ Options readOptions(const std::vector<std::string>& arguments, const std::filesy
         }
     }
     if (options.files.empty() != options.exportCheck) throw std::invalid_argument("What shall be played?");
+    if (options.interactive && (options.files.size() > 1 || !options.browser.empty()))
+        throw std::invalid_argument("--interactive takes one file, and the desktop's own browser.");
     return options;
 }
 

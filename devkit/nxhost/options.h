@@ -11,10 +11,13 @@ struct Options {
     bool stable = false;       ///< placeholders for what differs from run to run
     bool keep = false;         ///< sandboxes stay
     bool exportCheck = false;  ///< only list what the plug-in exports
+    bool interactive = false;  ///< a person uses the plug-in; the one file's steps are left out
     std::filesystem::path sandbox;
     std::filesystem::path pictures;
     std::filesystem::path plugin;
     std::filesystem::path application;
+    std::filesystem::path installed;  ///< folder of an installed package, run from where it lies; empty: what was built
+    std::filesystem::path browser;    ///< program that is given each opened address; empty starts none
     std::vector<std::filesystem::path> files;
 };
 

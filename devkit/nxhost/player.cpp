@@ -2,8 +2,6 @@
 
 #include "leftovers.h"
 
-#include <devkit/gate.h>
-
 namespace nxhost {
 
 Player::Player(const Replay& replay, Stage& stage) : replay_(replay), stage_(stage) {
@@ -42,8 +40,11 @@ Idle Player::await() {
 }
 
 void Player::perform(const Step& step) {
-    stage_.transcript.write({{"event", "step"}, {"step", step.source}});
-    if (!step.waits) stage_.mark = stage_.transcript.events().size();
+    // When a wait begins is a matter of time: what it waits for may have come about by then.
+    if (!step.waits) {
+        stage_.transcript.write({{"event", "step"}, {"step", step.source}});
+        stage_.mark = stage_.transcript.events().size();
+    }
     try {
         step.perform(stage_);
     } catch (const std::exception& error) {
@@ -63,11 +64,7 @@ void Player::fail(const std::string& account) {
 }
 
 void Player::noteViolations() {
-    const auto& violations = devkit::Gate::instance().violations();
-    for (; violations_ < violations.size(); ++violations_) {
-        stage_.transcript.write({{"event", "violation"}, {"text", violations[violations_]}});
-        faults_.push_back("Broken rule: " + violations[violations_]);
-    }
+    for (const auto& violation : nxhost::noteViolations(stage_)) faults_.push_back("Broken rule: " + violation);
 }
 
 void Player::judge() {

@@ -31,7 +31,6 @@ class Player {
     const Replay& replay_;
     Stage& stage_;
     std::size_t next_ = 0;
-    std::size_t violations_ = 0;
     bool failed_ = false;
     std::vector<std::string> faults_;
 };

@@ -29,8 +29,9 @@ struct Replay {
     std::vector<Expectation> expectations;
 };
 
-/// Reads a replay. Throws std::runtime_error that names the place of what is wrong with it.
-Replay readReplay(const std::filesystem::path& file);
+/// Reads a replay, or a session, which needs no steps. Throws std::runtime_error that names the place of what is wrong
+/// with it.
+Replay readReplay(const std::filesystem::path& file, bool needsSteps);
 
 // Members that steps have as well. Throw as readReplay() does.
 /// True for "records", false for "none".

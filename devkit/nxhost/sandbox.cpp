@@ -31,13 +31,18 @@ Sandbox::Sandbox(const fs::path& root) {
     root_ = fs::canonical(root);
 }
 
+// Into the sandbox, or from where a package was unpacked.
+void Sandbox::deploy(const Product& product) {
+    application_ = (product.installed.empty() ? root_ : product.installed) / "application";
+    if (!product.installed.empty()) return;
+    fs::copy(product.application, application_, fs::copy_options::recursive);
+    for (const auto& file : {product.plugin, product.service}) fs::copy_file(file, application_ / file.filename());
+}
+
 void Sandbox::fill(const Replay& replay, const Product& product) {
-    fs::copy(product.application, application(), fs::copy_options::recursive);
-    if (!replay.system.helpMap) fs::remove(application() / "pivrahelp.map");
-    fs::remove(application() / "pivra.properties");
-    plugin_ = application() / product.plugin.filename();
-    fs::copy_file(product.plugin, plugin_);
-    fs::copy_file(product.service, application() / product.service.filename());
+    deploy(product);
+    plugin_ = application_ / product.plugin.filename();
+    if (!replay.system.helpMap) fs::remove(application_ / "pivrahelp.map");
     for (const char* folder : {"parts", "temp", "local", "service"}) fs::create_directory(root_ / folder);
     writeProperties(replay.properties);
     changeService(replay.service);
@@ -52,7 +57,7 @@ void Sandbox::writeProperties(const Json& properties) const {
         const auto data = devkit::percentEncode(genericUtf8(root_ / "service"));
         text += std::string(serverKey) + "=http://127.0.0.1:0/?data=" + data + "\n";
     }
-    writeFile(application() / "pivra.properties", text);
+    writeFile(application_ / "pivra.properties", text);
 }
 
 void Sandbox::changeService(const Json& members) {

@@ -10,11 +10,12 @@
 
 namespace nxhost {
 
-/// The built files that a sandbox gets copies of.
+/// The built files that a sandbox gets copies of, unless a package is installed.
 struct Product {
     std::filesystem::path plugin;
     std::filesystem::path application;  ///< the folder that ships beside the plug-in
     std::filesystem::path service;      ///< the native service library
+    std::filesystem::path installed;    ///< folder of an installed package; empty for none
 };
 
 class Sandbox {
@@ -27,7 +28,7 @@ class Sandbox {
     void fill(const Replay& replay, const Product& product);
 
     const std::filesystem::path& root() const { return root_; }
-    std::filesystem::path application() const { return root_ / "application"; }
+    const std::filesystem::path& application() const { return application_; }
     std::filesystem::path parts() const { return root_ / "parts"; }
     const std::filesystem::path& plugin() const { return plugin_; }
 
@@ -44,7 +45,10 @@ class Sandbox {
     std::vector<std::string> temporaryFiles() const;
 
  private:
+    void deploy(const Product& product);
+
     std::filesystem::path root_;
+    std::filesystem::path application_;
     std::filesystem::path plugin_;
     Json service_ = Json::object();
 };

@@ -86,7 +86,7 @@ Screen::Window* Screen::windowOf(const devkit::DialogData* dialog) const {
 
 void Screen::loop(Window& window) {
     while (!window.closed()) {
-        const auto idle = onIdle();
+        const auto idle = onIdle ? onIdle() : Idle::waiting;
         if (idle == Idle::ended) return;
         if (idle == Idle::waiting) turn();
     }

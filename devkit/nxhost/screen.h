@@ -33,7 +33,11 @@ class Screen : public devkit::Presenter {
         virtual bool closed() = 0;
     };
 
+    /// Not set: a person uses the dialogs, which stay open until that person or the plug-in closes them.
     std::function<Idle()> onIdle;
+    /// The window of the host that a person uses: dialogs and boxes belong to it, and boxes stay until they are
+    /// answered. Null where there is none.
+    void* hostWindow = nullptr;
 
     void show(devkit::DialogData& dialog) final;
     int messageBox(const std::string& title, devkit::BoxKind kind, const std::string& message) final;
@@ -60,7 +64,7 @@ class Screen : public devkit::Presenter {
     Window* windowOf(const devkit::DialogData* dialog) const;
 
     virtual std::unique_ptr<Window> open(devkit::DialogData& dialog) = 0;
-    /// Shows a box for `boxTime` on the clock of turn(), so that timers tick beneath it.
+    /// Shows a box for `boxTime` on the clock of turn(), so that timers tick beneath it, or until a person answers it.
     virtual void showBox(const std::string& title, devkit::BoxKind kind, const std::string& message) = 0;
 
     static constexpr std::chrono::milliseconds boxTime{500};

@@ -10,11 +10,6 @@ namespace nxhost {
 
 namespace {
 
-const std::regex& uuidPattern() {
-    static const std::regex pattern("[0-9a-fA-F]{8}-[0-9a-fA-F]{4}-[0-9a-fA-F]{4}-[0-9a-fA-F]{4}-[0-9a-fA-F]{12}");
-    return pattern;
-}
-
 // The text with each match replaced by what `name` makes of it.
 std::string rewrite(const std::string& text, const std::regex& pattern,
                     const std::function<std::string(const std::string&)>& name) {

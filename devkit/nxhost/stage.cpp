@@ -41,6 +41,16 @@ void runPlugin(Stage& stage) {
     stage.transcript.write({{"event", "run-ended"}});
 }
 
+std::vector<std::string> noteViolations(Stage& stage) {
+    std::vector<std::string> found;
+    const auto& violations = devkit::Gate::instance().violations();
+    for (; stage.violations < violations.size(); ++stage.violations) {
+        found.push_back(violations[stage.violations]);
+        stage.transcript.write({{"event", "violation"}, {"text", found.back()}});
+    }
+    return found;
+}
+
 void unloadPlugin(Stage& stage) {
     if (stage.running) throw StepError("The plug-in is running.");
     if (stage.unloaded) throw StepError("The host's session has ended already.");

@@ -12,6 +12,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace nxhost {
 
@@ -37,6 +38,7 @@ struct Stage {
     /// Number of events when the latest step that is no wait began.
     std::size_t mark = 0;
     std::optional<Wait> wait{};
+    std::size_t violations = 0;  ///< number of broken rules that the transcript holds
 };
 
 /// The open dialog. Throws StepError when there is none.
@@ -44,6 +46,9 @@ devkit::DialogData& openDialog(Stage& stage);
 
 /// One run of the plug-in, with what the host checks after it.
 void runPlugin(Stage& stage);
+
+/// Writes the broken rules that are new to the transcript, and returns them.
+std::vector<std::string> noteViolations(Stage& stage);
 
 /// Ends the host's session: the plug-in is asked how it unloads, cleans up, and what it leaves is noted. Once.
 void unloadPlugin(Stage& stage);

@@ -12,6 +12,10 @@ void look(Stage& stage) {
     stage.transcript.write(dialogEvent("look", openDialog(stage)));
 }
 
+void awaitBrowser(Stage& stage) {
+    stage.browser.finish();
+}
+
 void closeDialog(Stage& stage) {
     openDialog(stage);
     stage.screen.close();
@@ -19,7 +23,7 @@ void closeDialog(Stage& stage) {
 
 // Steps without an argument, written as their name alone.
 const std::map<std::string, void (*)(Stage&)> plainSteps{
-    {"run", runPlugin}, {"unload", unloadPlugin}, {"look", look}, {"close", closeDialog}};
+    {"run", runPlugin}, {"unload", unloadPlugin}, {"look", look}, {"close", closeDialog}, {"browsed", awaitBrowser}};
 
 // Steps with an argument: objects with their name as the one member.
 const std::map<std::string, Action (*)(JsonMembers&, const std::string&)> stepReaders{

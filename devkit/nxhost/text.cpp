@@ -12,6 +12,11 @@ std::string replaced(std::string text, const std::string& from, const std::strin
     return text;
 }
 
+const std::regex& uuidPattern() {
+    static const std::regex pattern("[0-9a-fA-F]{8}-[0-9a-fA-F]{4}-[0-9a-fA-F]{4}-[0-9a-fA-F]{4}-[0-9a-fA-F]{12}");
+    return pattern;
+}
+
 std::string readFile(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <regex>
 #include <string>
 
 namespace nxhost {
@@ -23,6 +24,9 @@ inline std::filesystem::path pathOf(const std::string& text) {
 
 /// `text` with every `from` replaced by `to`; `from` must not be empty.
 std::string replaced(std::string text, const std::string& from, const std::string& to);
+
+/// Fits a UUID.
+const std::regex& uuidPattern();
 
 /// The bytes of `file`, and "" when it cannot be read.
 std::string readFile(const std::filesystem::path& file);

@@ -63,6 +63,7 @@ void Transcript::put(Event event) {
     events_.push_back(event);
     if (placeholders_) changeTexts(event, *placeholders_);
     out_ << event.dump(-1, ' ', false, Event::error_handler_t::replace) << '\n' << std::flush;
+    if (onEvent) onEvent(events_.back());
 }
 
 }  // namespace nxhost

@@ -8,6 +8,7 @@
 #include "tail.h"
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <ostream>
@@ -24,6 +25,8 @@ class Transcript {
     void write(const Event& event);
     /// Notes new log lines and uploads.
     void collect();
+    /// Told of each event once it is written, as it is kept.
+    std::function<void(const Event&)> onEvent;
 
     /// The events so far, scrubbed; what expectations are held against.
     const std::vector<Event>& events() const { return events_; }

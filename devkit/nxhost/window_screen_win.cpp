@@ -82,14 +82,17 @@ class WindowScreen : public Screen {
     }
 
     void showBox(const std::string& title, devkit::BoxKind kind, const std::string& message) override {
-        const auto timer = SetTimer(nullptr, 0, static_cast<UINT>(boxTime.count()), dismissBox);
+        const auto timer = hostWindow ? 0 : SetTimer(nullptr, 0, static_cast<UINT>(boxTime.count()), dismissBox);
         MessageBoxW(topmost(), pathOf(message).c_str(), pathOf(title).c_str(), MB_OK | iconOf(kind));
-        KillTimer(nullptr, timer);
+        if (timer) KillTimer(nullptr, timer);
     }
 
  private:
     // The innermost window of this program, whichever program the desktop has in front.
-    HWND topmost() { return dialog() ? GetLastActivePopup(current().handle()) : nullptr; }
+    HWND topmost() {
+        const auto base = dialog() ? current().handle() : static_cast<HWND>(hostWindow);
+        return base ? GetLastActivePopup(base) : nullptr;
+    }
 
     DialogWindow& current() { return static_cast<DialogWindow&>(*windowOf(dialog())); }
 

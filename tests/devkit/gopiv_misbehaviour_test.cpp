@@ -15,6 +15,15 @@ class MisbehaviourTest : public devkit_test::ServiceTest {
     void misbehave(const std::string& operation, const json& entry) const {
         describe(json{{"misbehave", {{operation, json::array({entry})}}}}.dump());
     }
+
+    /// What the service on `port` says first to a request of this head.
+    static std::string statusLine(const std::string& port, const std::string& head) {
+        boost::asio::ip::tcp::iostream connection("127.0.0.1", port);
+        connection << head << "\r\n\r\n" << std::flush;
+        std::string status;
+        std::getline(connection, status);
+        return status;
+    }
 };
 
 TEST_F(MisbehaviourTest, OfEachOperationOnItsCall) {
@@ -125,6 +134,27 @@ TEST_F(MisbehaviourTest, OtherAddressesAreNotReached) {
     }
 }
 
+TEST_F(MisbehaviourTest, OfOtherSitesReachesNothing) {
+    const auto client = newClient();
+    const std::string address = client->localAuthFlowAuthorize();
+    const std::string host = originOf(address).substr(std::string("http://").size());
+    const std::string port = host.substr(host.rfind(':') + 1);
+    const std::string accepted = "HTTP/1.1 200 OK\r";
+    for (const auto& [headers, status] : std::vector<std::pair<std::string, std::string>>{
+             {"Host: " + host, accepted},
+             {"Host: " + host + "\r\nOrigin: http://" + host, accepted},
+             {"Host: " + host + "\r\nOrigin: http://other.example", "HTTP/1.1 403 Forbidden\r"},
+             {"Host: " + host + "\r\nOrigin: null", "HTTP/1.1 403 Forbidden\r"},
+             {"Host: other.example:" + port, "HTTP/1.1 421 Misdirected Request\r"},
+             {"Host: 127.0.0.1", "HTTP/1.1 421 Misdirected Request\r"},
+             {"Accept: text/html", "HTTP/1.1 421 Misdirected Request\r"}}) {
+        EXPECT_EQ(statusLine(port, "GET / HTTP/1.1\r\n" + headers), status) << headers;
+    }
+    // Every address of this computer would answer, had the service not listened on one alone.
+    boost::asio::ip::tcp::iostream elsewhere("127.0.0.2", port);
+    EXPECT_FALSE(elsewhere);
+}
+
 TEST_F(MisbehaviourTest, OfBrowsersStopsNothing) {
     auto client = newClient();
     const std::string origin = originOf(client->localAuthFlowAuthorize());
@@ -134,11 +164,7 @@ TEST_F(MisbehaviourTest, OfBrowsersStopsNothing) {
     EXPECT_EQ(httpGet(origin + "/models?revisionId=%zz").status, 404);
     failureOf([&] { devkit::httpPost(origin + "/authorize", {{"ticket", tooLong}}); });
     failureOf([&] { httpGet(origin + "/?" + tooLong); });
-    boost::asio::ip::tcp::iostream put("127.0.0.1", port);
-    put << "PUT / HTTP/1.1\r\nHost: x\r\n\r\n" << std::flush;
-    std::string status;
-    std::getline(put, status);
-    EXPECT_EQ(status, "HTTP/1.1 405 Method Not Allowed\r");
+    EXPECT_EQ(statusLine(port, "PUT / HTTP/1.1\r\nHost: 127.0.0.1:" + port), "HTTP/1.1 405 Method Not Allowed\r");
 
     boost::asio::ip::tcp::iostream idle("127.0.0.1", port);
     boost::asio::ip::tcp::iostream halfSent("127.0.0.1", port);

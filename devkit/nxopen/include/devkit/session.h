@@ -80,6 +80,8 @@ class NXOPEN_EXPORT Session {
     /// item, a missing leaf from the item or the path.
     PartData& addPart(const PartData& part);
     PartData* findPart(const std::string& name);
+    /// In the order in which they were added.
+    const std::deque<PartData>& parts() const { return parts_; }
     /// The managed part with that number, or null.
     PartData* findManaged(const std::string& number);
     /// The host object of the part with that name, or null.

@@ -1,0 +1,262 @@
+#include "host_window_win.h"
+
+#include "host_window_ids.h"
+#include "readable.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <array>
+#include <stdexcept>
+
+namespace nxhost {
+
+namespace {
+
+constexpr UINT followEvery = 200;  // milliseconds
+
+struct Application {
+    const wchar_t* name;
+    int module;
+};
+constexpr std::array<Application, 4> applications{{{L"None", 0}, {L"Gateway", 2}, {L"Modeling", 3}, {L"Drafting", 1}}};
+
+constexpr std::array<const wchar_t*, 4> columns{L"Part", L"Kind", L"File or item", L"State"};
+
+// What is no UTF-8 shows as replacement characters: an event may hold any bytes, and must not fail the plug-in's call.
+std::wstring wide(const std::string& text) {
+    const auto size = static_cast<int>(text.size());
+    std::wstring result(text.size(), L'\0');
+    result.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), size, result.data(), size)));
+    return result;
+}
+
+INT_PTR CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+    if (message == WM_INITDIALOG) SetWindowLongPtrW(window, DWLP_USER, second);
+    auto* host = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, DWLP_USER));
+    return host ? host->receive(window, message, first, second) : FALSE;
+}
+
+HFONT monospaced(HFONT like) {
+    LOGFONTW font{};
+    GetObjectW(like, sizeof font, &font);
+    lstrcpyW(font.lfFaceName, L"WenQuanYi Micro Hei Mono");
+    font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    return CreateFontIndirectW(&font);
+}
+
+LRESULT colourOfLog(HDC device) {
+    SetTextColor(device, GetSysColor(COLOR_WINDOWTEXT));
+    SetBkColor(device, GetSysColor(COLOR_WINDOW));
+    return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+}
+
+}  // namespace
+
+HostWindow::~HostWindow() {
+    if (logFont_) DeleteObject(logFont_);
+}
+
+void HostWindow::use() {
+    const auto result =
+        DialogBoxParamW(GetModuleHandleW(nullptr), L"HOST_WINDOW", nullptr, procedure, reinterpret_cast<LPARAM>(this));
+    stage_.screen.hostWindow = window_ = nullptr;
+    if (result == -1) throw std::runtime_error("The host's window cannot be made.");
+}
+
+void HostWindow::say(const std::string& line) {
+    const auto log = control(ID_LOG);
+    const auto end = static_cast<WPARAM>(GetWindowTextLengthW(log));
+    SendMessageW(log, EM_SETSEL, end, static_cast<LPARAM>(end));
+    SendMessageW(log, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(wide(line + "\r\n").c_str()));
+}
+
+std::intptr_t HostWindow::receive(HWND window, unsigned message, std::uintptr_t first, std::intptr_t second) {
+    switch (message) {
+        case WM_INITDIALOG:
+            window_ = window;
+            start();
+            return TRUE;
+        case WM_GETMINMAXINFO:
+            reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {frame_.width, frame_.height};
+            return TRUE;
+        case WM_SIZE:
+            if (first != SIZE_MINIMIZED) place();
+            return TRUE;
+        case WM_TIMER:
+            attempt([this] { followEvents(); });
+            return TRUE;
+        case WM_COMMAND:
+            act(LOWORD(first), HIWORD(first));
+            return TRUE;
+        case WM_NOTIFY:
+            if (first == ID_PARTS && reinterpret_cast<NMHDR*>(second)->code == NM_DBLCLK) act(ID_DISPLAY, BN_CLICKED);
+            return TRUE;
+        case WM_CTLCOLORSTATIC:
+            return reinterpret_cast<HWND>(second) == control(ID_LOG) ? colourOfLog(reinterpret_cast<HDC>(first)) : 0;
+        case WM_CLOSE:
+            // A field of several lines asks for it at the Escape key.
+            if (!stage_.running && GetKeyState(VK_ESCAPE) >= 0) EndDialog(window, 0);
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}
+
+void HostWindow::start() {
+    stage_.screen.hostWindow = window_;
+    SetWindowTextW(window_, wide("Pivra stand-in host - " + title_).c_str());
+    logFont_ = monospaced(reinterpret_cast<HFONT>(SendMessageW(window_, WM_GETFONT, 0, 0)));
+    SendMessageW(control(ID_LOG), WM_SETFONT, reinterpret_cast<WPARAM>(logFont_), FALSE);
+    SendMessageW(control(ID_LOG), EM_LIMITTEXT, 0, 0);
+    for (const auto& application : applications) {
+        const auto list = control(ID_APPLICATION);
+        SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(application.name));
+        if (application.module == devkit::Session::instance().applicationModule)
+            SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(&application - applications.data()), 0);
+    }
+    makeParts();
+    rememberPlaces();
+    SetTimer(window_, 1, followEvery, nullptr);
+}
+
+void HostWindow::makeParts() {
+    const auto list = control(ID_PARTS);
+    SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT;
+    for (std::size_t index = 0; index < columns.size(); ++index) {
+        column.pszText = const_cast<wchar_t*>(columns[index]);
+        SendMessageW(list, LVM_INSERTCOLUMNW, index, reinterpret_cast<LPARAM>(&column));
+    }
+    LVITEMW row{};
+    row.mask = LVIF_STATE;
+    row.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    for (const auto& part : devkit::Session::instance().parts()) {
+        row.state = part.name == devkit::Session::instance().displayed() ? row.stateMask : 0;
+        SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&row));
+        ++row.iItem;
+    }
+    showParts();
+    fitColumns(0);
+}
+
+void HostWindow::showParts() {
+    const auto& session = devkit::Session::instance();
+    int row = 0;
+    for (const auto& part : session.parts()) {
+        const bool displayed = part.name == session.displayed();
+        setCell(row, 0, part.name);
+        setCell(row, 1, kindOf(part));
+        setCell(row, 2, fileOf(part));
+        setCell(row, 3,
+                std::string(displayed ? "displayed" : "") + (displayed && part.modified ? ", " : "") +
+                    (part.modified ? "modified" : ""));
+        ++row;
+    }
+}
+
+void HostWindow::setCell(int row, int column, const std::string& text) {
+    auto wideText = wide(text);
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = wideText.data();
+    SendMessageW(control(ID_PARTS), LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+// As wide as what stands in them and a gap, the last one to the list's edge.
+void HostWindow::fitColumns(std::size_t first) {
+    const auto list = control(ID_PARTS);
+    const auto gap = SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(L"MM"));
+    for (auto index = first; index < columns.size(); ++index) {
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, index, LVSCW_AUTOSIZE_USEHEADER);
+        const auto width = SendMessageW(list, LVM_GETCOLUMNWIDTH, index, 0);
+        if (index + 1 < columns.size()) SendMessageW(list, LVM_SETCOLUMNWIDTH, index, width + gap);
+    }
+}
+
+void HostWindow::rememberPlaces() {
+    RECT frame{}, client{};
+    GetWindowRect(window_, &frame);
+    GetClientRect(window_, &client);
+    frame_ = {static_cast<int>(frame.right - frame.left), static_cast<int>(frame.bottom - frame.top)};
+    client_ = {static_cast<int>(client.right), static_cast<int>(client.bottom)};
+    anchored_ = {{ID_PARTS, 0, 3, 0, 1}, {ID_RUN, 3, 0, 1, 0}, {ID_LOG, 0, 3, 1, 2}};
+    for (const int id : {ID_DISPLAY, ID_MODIFIED, ID_APPLICATION, ID_APPLICATION_LABEL, ID_LOG_LABEL})
+        anchored_.push_back({id, 0, 0, 1, 0});
+    for (auto& anchored : anchored_) {
+        RECT place{};
+        GetWindowRect(control(anchored.control), &place);
+        MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&place), 2);
+        anchored.x = place.left;
+        anchored.y = place.top;
+        anchored.width = place.right - place.left;
+        anchored.height = place.bottom - place.top;
+    }
+}
+
+void HostWindow::place() {
+    RECT client{};
+    GetClientRect(window_, &client);
+    const int wider = client.right - client_.width;
+    const int higher = client.bottom - client_.height;
+    for (const auto& anchored : anchored_)
+        MoveWindow(control(anchored.control), anchored.x + wider * anchored.right / 3,
+                   anchored.y + higher * anchored.down / 3, anchored.width + wider * anchored.wider / 3,
+                   anchored.height + higher * anchored.higher / 3, FALSE);
+    fitColumns(columns.size() - 1);
+    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void HostWindow::act(int id, int notification) {
+    const auto* part = selected();
+    if (id == ID_RUN && notification == BN_CLICKED) run();
+    if (id == ID_DISPLAY && notification == BN_CLICKED && part) perform({{"display", part->name}});
+    if (id == ID_MODIFIED && notification == BN_CLICKED && part)
+        perform({{"edit", {{"name", part->name}, {"modified", !part->modified}}}});
+    if (id != ID_APPLICATION || notification != CBN_SELCHANGE) return;
+    const auto chosen = SendMessageW(control(ID_APPLICATION), CB_GETCURSEL, 0, 0);
+    perform({{"application", applications.at(static_cast<std::size_t>(chosen)).module}});
+}
+
+void HostWindow::run() {
+    constexpr std::array<int, 4> usable{ID_DISPLAY, ID_MODIFIED, ID_APPLICATION, ID_RUN};
+    for (const int id : usable) EnableWindow(control(id), FALSE);
+    perform("run");
+    for (const int id : usable) EnableWindow(control(id), TRUE);
+    SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control(ID_RUN)), TRUE);
+}
+
+// No exception may leave for the system.
+void HostWindow::attempt(const std::function<void()>& action) try { action(); } catch (const std::exception& error) {
+    say(std::string("Error: ") + error.what());
+}
+
+void HostWindow::perform(const Json& step) {
+    attempt([&] {
+        const Json document{{"steps", Json::array({step})}};
+        JsonMembers members(document, "window");
+        const auto steps = readSteps(members, "steps");
+        stage_.transcript.write({{"event", "step"}, {"step", step}});
+        steps.front().perform(stage_);
+        followEvents();
+    });
+    showParts();
+}
+
+void HostWindow::followEvents() {
+    stage_.transcript.collect();
+    noteViolations(stage_);
+}
+
+const devkit::PartData* HostWindow::selected() const {
+    const auto row = SendMessageW(control(ID_PARTS), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+    return row < 0 ? nullptr : &devkit::Session::instance().parts()[static_cast<std::size_t>(row)];
+}
+
+HWND HostWindow::control(int id) const {
+    return GetDlgItem(window_, id);
+}
+
+}  // namespace nxhost
