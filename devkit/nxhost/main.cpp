@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-enum Outcome { passed = 0, differs = 1, unusable = 2 };
+enum Outcome { passed = 0, differs = 1, unusable = 2, notReached = 3 };
 
 void startSession(const Replay& replay, const Sandbox& sandbox, Transcript& transcript) {
     devkit::Gate::instance().reset();
@@ -32,6 +32,21 @@ void startSession(const Replay& replay, const Sandbox& sandbox, Transcript& tran
     devkit::loadSession(replay.session, sandbox.parts());
 }
 
+void addFault(const Options& options) {
+    devkit::Fault fault;
+    fault.number = options.fault;
+    fault.null = options.nullFault;
+    devkit::Gate::instance().addFault(fault);
+}
+
+// Says which call has failed, in a run with a fault.
+Outcome outcomeOfFault(const Options& options) {
+    const auto& calls = devkit::Gate::instance().calls();
+    if (options.fault > calls.size()) return notReached;
+    std::cerr << "Failed call: " << calls[options.fault - 1] << "\n";
+    return passed;
+}
+
 // Plays one replay in this process, which the plug-in's state makes good for one only.
 Outcome playHere(const Options& options, const fs::path& file) {
     const auto replay = readReplay(file, !options.interactive);
@@ -41,21 +56,26 @@ Outcome playHere(const Options& options, const fs::path& file) {
     Transcript transcript(std::cout, sandbox.root(),
                           options.stable ? std::optional<Placeholders>(replay.text) : std::nullopt);
     startSession(replay, sandbox, transcript);
+    if (options.fault > 0) addFault(options);
     const auto screen = makeScreen(transcript, {sandbox.application()});
     devkit::setPresenter(screen.get());
     Browser browser(transcript, replay.system.browser, options.browser);
     Plugin plugin(sandbox.plugin());
     plugin.onOpen([&browser](const std::string& address) { return browser.open(address); });
     Stage stage{sandbox, transcript, *screen, plugin, browser, options.pictures};
-    const auto faults = options.interactive ? useByHand(replay, stage) : Player(replay, stage).play();
+    const auto faults =
+        options.interactive ? useByHand(replay, stage) : Player(replay, stage, options.fault > 0).play();
     for (const auto& fault : faults) std::cerr << replay.title << ": " << fault << "\n";
-    return faults.empty() ? passed : differs;
+    const auto outcome = options.fault > 0 ? outcomeOfFault(options) : passed;
+    return faults.empty() ? outcome : differs;
 }
 
 std::vector<std::string> childArguments(const Options& options, const fs::path& sandbox, const fs::path& file) {
     std::vector<std::string> arguments{"--keep", "--sandbox", utf8(sandbox), "--plugin", utf8(options.plugin)};
     arguments.insert(arguments.end(), {"--application", utf8(options.application)});
     if (options.stable) arguments.push_back("--stable");
+    if (options.fault > 0) arguments.insert(arguments.end(), {"--fault", std::to_string(options.fault)});
+    if (options.nullFault) arguments.push_back("--null");
     if (options.interactive) arguments.push_back("--interactive");
     if (!options.installed.empty()) arguments.insert(arguments.end(), {"--installed", utf8(options.installed)});
     if (!options.pictures.empty()) arguments.insert(arguments.end(), {"--pictures", utf8(options.pictures)});
@@ -68,7 +88,7 @@ std::vector<std::string> childArguments(const Options& options, const fs::path& 
 // loaded.
 int playApart(const Options& options, const fs::path& file, const fs::path& sandbox) {
     const int status = runProgram(programFile(), childArguments(options, sandbox, file));
-    if (status > unusable) std::cerr << utf8(file.filename()) << ": the host ended with status " << status << ".\n";
+    if (status > notReached) std::cerr << utf8(file.filename()) << ": the host ended with status " << status << ".\n";
     if (!options.keep) fs::remove_all(sandbox);
     return status;
 }

@@ -10,6 +10,7 @@ namespace nxhost {
 const char* const usage =
     "nxhost [--stable] [--keep] [--sandbox DIR] [--pictures DIR] [--plugin FILE] [--application DIR]\n"
     "       [--installed DIR] [--browser PROGRAM] FILE...\n"
+    "nxhost --fault N [--null] [option...] FILE\n"
     "nxhost --interactive [--keep] [--sandbox DIR] [--plugin FILE] [--application DIR] [--installed DIR] FILE\n"
     "nxhost --export-check [--plugin FILE]\n";
 
@@ -20,6 +21,7 @@ Options readOptions(const std::vector<std::string>& arguments, const std::filesy
     const std::map<std::string, bool*> flags{{"--stable", &options.stable},
                                              {"--keep", &options.keep},
                                              {"--export-check", &options.exportCheck},
+                                             {"--null", &options.nullFault},
                                              {"--interactive", &options.interactive}};
     const std::map<std::string, std::filesystem::path*> paths{
         {"--sandbox", &options.sandbox},         {"--pictures", &options.pictures},   {"--plugin", &options.plugin},
@@ -31,6 +33,9 @@ Options readOptions(const std::vector<std::string>& arguments, const std::filesy
         } else if (paths.contains(argument)) {
             if (++index == arguments.size()) throw std::invalid_argument(argument + " needs a path.");
             *paths.at(argument) = std::filesystem::absolute(pathOf(arguments[index]));
+        } else if (argument == "--fault") {
+            if (++index == arguments.size()) throw std::invalid_argument("--fault needs a number.");
+            options.fault = std::stoul(arguments[index]);
         } else if (argument.starts_with("--")) {
             throw std::invalid_argument(argument + " is unknown.");
         } else {

@@ -1,6 +1,7 @@
 // The command line.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -11,6 +12,8 @@ struct Options {
     bool stable = false;       ///< placeholders for what differs from run to run
     bool keep = false;         ///< sandboxes stay
     bool exportCheck = false;  ///< only list what the plug-in exports
+    std::size_t fault = 0;     ///< number of the host's call that fails; 0 for none
+    bool nullFault = false;    ///< it returns null where it can
     bool interactive = false;  ///< a person uses the plug-in; the one file's steps are left out
     std::filesystem::path sandbox;
     std::filesystem::path pictures;

@@ -13,7 +13,9 @@ namespace nxhost {
 /// Host's thread; one a process.
 class Player {
  public:
-    Player(const Replay& replay, Stage& stage);
+    /// With `faulty` a call of the host is about to fail: steps that no longer fit then end the replay and are no
+    /// fault, and what the replay expects is not asked.
+    Player(const Replay& replay, Stage& stage, bool faulty);
 
     /// Performs all steps and ends the host's session. Returns the faults found: steps that could not be done, broken
     /// rules, expectations that are not met, temporary files and secrets left behind. Each is a readable sentence or
@@ -30,6 +32,7 @@ class Player {
 
     const Replay& replay_;
     Stage& stage_;
+    bool faulty_;
     std::size_t next_ = 0;
     bool failed_ = false;
     std::vector<std::string> faults_;

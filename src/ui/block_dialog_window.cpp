@@ -1,5 +1,7 @@
 #include "ui/block_dialog_window.h"
 
+#include "logging/log.h"
+#include "logging/log_line.h"
 #include "ui/callback_guard.h"
 
 #include <NXOpen/UI.hxx>
@@ -31,6 +33,11 @@ void BlockDialogWindow::showModally() {
     dialog_->AddDialogShownHandler(NXOpen::make_callback(this, &BlockDialogWindow::dialogShown_cb));
     dialog_->AddUpdateHandler(NXOpen::make_callback(this, &BlockDialogWindow::update_cb));
     dialog_->Show();
+}
+
+void BlockDialogWindow::warnOfMissing(const char* blockId) const {
+    logging::LogWarning(
+        logging::LogLine("NX dialog lacks a block:").quoted("layout", layout_).quoted("block", blockId).text());
 }
 
 void BlockDialogWindow::initialize_cb() {

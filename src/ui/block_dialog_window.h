@@ -39,13 +39,16 @@ class BlockDialogWindow {
     /// From initialize() to closed() only.
     NXOpen::BlockStyler::BlockDialog& dialog() { return *dialog_; }
 
-    /// The block of that id and type, or null.
+    /// The block of that id and type, or null with a warning in the log: the layout is not the one that was shipped.
     template <typename Block>
     Block* find(const char* blockId) {
-        return dynamic_cast<Block*>(findBlock(*dialog_, blockId));
+        auto* block = dynamic_cast<Block*>(findBlock(*dialog_, blockId));
+        if (block == nullptr) warnOfMissing(blockId);
+        return block;
     }
 
  private:
+    void warnOfMissing(const char* blockId) const;
     void showModally();
     void initialize_cb();
     void dialogShown_cb();
