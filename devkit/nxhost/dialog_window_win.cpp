@@ -183,7 +183,9 @@ void DialogWindow::refresh() {
 void DialogWindow::sync(const devkit::BlockData& block, bool shown) {
     shown = shown && devkit::flagProperty(block, "Show", true);
     auto& controls = controls_[&block];
-    const auto label = wide(devkit::textProperty(block, "Label"));
+    auto label = wide(devkit::textProperty(block, "Label"));
+    // A frame's line runs up to its title.
+    if (typeOf(block) == "group" && !label.empty()) label = L" " + label + L" ";
     const bool isList = typeOf(block) == "enum";
     if (controls.picture) syncPicture(block, controls);
     if (isList) syncList(block, controls);
