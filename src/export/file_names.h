@@ -1,20 +1,16 @@
-// Names of files as texts. The host's names are no paths of this system at times ("@DB/4711/A"), so they are cut as
-// texts.
+// Names of files that are exported.
 #pragma once
+
+#include "platform/file_names.h"
 
 #include <string>
 #include <string_view>
 
 namespace pivra {
 
-/// The text after the last "\" or "/"; all of it when there is neither.
-std::string lastPathComponent(std::string_view path);
-
-/// The last component from its last full stop on; empty when it has none, or only at its beginning.
-std::string fileExtension(std::string_view path);
-
-/// The last component without its extension.
-std::string fileStem(std::string_view path);
+using platform::fileExtension;
+using platform::fileStem;
+using platform::lastPathComponent;
 
 /// Whether `path` has the extension `extension` (lower case, with its full stop), whatever the letter case.
 bool hasExtension(std::string_view path, std::string_view extension);

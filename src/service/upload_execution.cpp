@@ -1,5 +1,6 @@
 #include "service/upload_execution.h"
 
+#include "platform/file_names.h"
 #include "service/failure_message.h"
 
 #include <algorithm>
@@ -34,10 +35,6 @@ std::optional<std::string> textIfAny(const std::string& text) {
     return text.empty() ? std::nullopt : std::optional(text);
 }
 
-std::string lastComponent(const std::string& path) {
-    return path.substr(path.find_last_of("\\/") + 1);
-}
-
 bool hasLocalFile(const UploadFiles& files) {
     return std::any_of(files.begin(), files.end(), [](const auto& file) { return !file.path.empty(); });
 }
@@ -57,7 +54,8 @@ std::optional<std::string> uploadFileName(const ModelMetadata& metadata, const U
     if (metadata.uploadFileName && !metadata.uploadFileName->empty()) return metadata.uploadFileName;
     if (!metadata.isAssembly) return std::nullopt;
     if (!files.front().fileName.empty()) return files.front().fileName;
-    return textIfAny(metadata.exportedFile.empty() ? metadata.fileName : lastComponent(metadata.exportedFile));
+    return textIfAny(metadata.exportedFile.empty() ? metadata.fileName
+                                                   : platform::lastPathComponent(metadata.exportedFile));
 }
 
 cpp_piv::CppPivUploadPayload makePayload(const UploadExecutionResult& target, const ModelMetadata& metadata,
@@ -91,7 +89,8 @@ std::vector<cpp_piv::CppPivUploadFile> filesToSend(const ModelMetadata& metadata
         files.push_back({entry.uploadPath, entry.uploadFileName, entry.sourceFileId, entry.revision});
     }
     if (files.empty() && !metadata.isAssembly) {
-        files.push_back({metadata.exportedFile, lastComponent(metadata.exportedFile), {}, metadata.revision});
+        files.push_back(
+            {metadata.exportedFile, platform::lastPathComponent(metadata.exportedFile), {}, metadata.revision});
     }
     if (!files.empty()) files.front().fileId = revisionLookupKey(metadata);
     return files;

@@ -1,6 +1,6 @@
 #include "service/workspaces.h"
 
-#include "platform/text_encoding.h"
+#include "platform/file_names.h"
 #include "service/failure_message.h"
 
 #include <algorithm>
@@ -72,7 +72,7 @@ RevisionLookupResult lookupRevision(std::int64_t selectedIdentifier,
 std::string revisionLookupKey(const ModelMetadata& metadata) {
     const std::string& identifier = metadata.sourceFileId;
     if (!metadata.isPartFamily || identifier.empty()) return identifier;
-    const std::string stem = platform::utf8FromPath(platform::pathFromUtf8(metadata.fileName).stem());
+    const std::string stem = platform::fileStem(metadata.fileName);
     const std::string suffix = "_" + stem;
     return stem.empty() || identifier.ends_with(suffix) ? identifier : identifier + suffix;
 }
