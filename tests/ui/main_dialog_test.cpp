@@ -1,6 +1,7 @@
 #include <devkit/gate.h>
 #include <devkit/live_objects.h>
 #include <devkit/session.h>
+#include <service/version.h>
 #include <support/plugin_folder.h>
 #include <support/scripted_host.h>
 #include <ui/main_dialog.h>
@@ -84,7 +85,7 @@ TEST_F(MainDialog, ShowsModelUserAndWorkspaces) {
         EXPECT_EQ(dialog.label("lastModified"), "     Last modified: May 04, 2025 - 09:07 PM");
         EXPECT_EQ(dialog.label("userGreeting"), "Welcome back, Zoë Ngô!");
         EXPECT_EQ(dialog.label("emailLabel"), "zoe@pivra.example");
-        EXPECT_EQ(dialog.label("versionLabel"), "Version 1.0.0");
+        EXPECT_EQ(dialog.label("versionLabel"), std::string("Version ") + service::version);
         EXPECT_THAT(dialog.members("workspaceList"), ElementsAre("Main", "(unnamed workspace)", "日本"));
     };
     const auto state = show();

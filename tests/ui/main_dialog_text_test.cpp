@@ -1,3 +1,4 @@
+#include <service/version.h>
 #include <ui/characters.h>
 #include <ui/main_dialog_text.h>
 
@@ -66,7 +67,7 @@ TEST(MainDialogText, SpeaksOfDateUserAndVersion) {
     metadata.lastModified = "May 04, 2025 - 09:07 PM";
     EXPECT_EQ(lastModifiedLine(metadata), "     Last modified: May 04, 2025 - 09:07 PM");
     EXPECT_EQ(greeting("Zoë Ngô"), "Welcome back, Zoë Ngô!");
-    EXPECT_EQ(versionText(), "Version 1.0.0");
+    EXPECT_EQ(versionText(), std::string("Version ") + service::version);
 }
 
 TEST(PartWarnings, ShowWhatApplies) {

@@ -2,6 +2,7 @@
 
 #include <devkit/gate.h>
 #include <devkit/session.h>
+#include <service/version.h>
 #include <ui/progress_text.h>
 
 #include <gmock/gmock.h>
@@ -35,7 +36,7 @@ TEST_F(ProgressDialog, ShowsPreparationUploadAndEnd) {
         EXPECT_EQ(dialog.label("leftLabel3"), std::string(82 - (13 - 2) - 3, ' '));
         for (const char* right : {"rightLabel1", "rightLabel2", "rightLabel3"}) EXPECT_EQ(dialog.label(right), "   ");
         EXPECT_EQ(dialog.label("emailLabel"), "zoe@pivra.example");
-        EXPECT_EQ(dialog.label("versionLabel"), "Version 1.0.0");
+        EXPECT_EQ(dialog.label("versionLabel"), std::string("Version ") + service::version);
 
         turnMessageLoop(900ms);
         prepared.wait();
