@@ -15,4 +15,11 @@ if ! wineserver -k0 >/dev/null 2>&1 9>&-; then
   wine cmd /c exit 0 </dev/null >"$WINEPREFIX.boot.log" 2>&1 9>&- || true
 fi
 exec 9>&-
-exec wine "$@"
+# The first program with a window starts Wine's desktop, which keeps that program's error output open as long as there
+# are windows at all: no pipe, for somebody may wait for its end.
+errors=$(mktemp)
+status=0
+wine "$@" 2>"$errors" || status=$?
+cat "$errors" >&2
+rm -f "$errors"
+exit $status
