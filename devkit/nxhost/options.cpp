@@ -2,6 +2,7 @@
 
 #include "text.h"
 
+#include <charconv>
 #include <map>
 #include <stdexcept>
 
@@ -13,6 +14,18 @@ const char* const usage =
     "nxhost --fault N [--null] [option...] FILE\n"
     "nxhost --interactive [--keep] [--sandbox DIR] [--plugin FILE] [--application DIR] [--installed DIR] FILE\n"
     "nxhost --export-check [--plugin FILE]\n";
+
+namespace {
+
+// 0 when `text` is no number.
+std::size_t numberOf(const std::string& text) {
+    std::size_t number = 0;
+    const auto* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, number);
+    return result.ec == std::errc() && result.ptr == end ? number : 0;
+}
+
+}  // namespace
 
 Options readOptions(const std::vector<std::string>& arguments, const std::filesystem::path& programFolder) {
     Options options;
@@ -34,8 +47,8 @@ Options readOptions(const std::vector<std::string>& arguments, const std::filesy
             if (++index == arguments.size()) throw std::invalid_argument(argument + " needs a path.");
             *paths.at(argument) = std::filesystem::absolute(pathOf(arguments[index]));
         } else if (argument == "--fault") {
-            if (++index == arguments.size()) throw std::invalid_argument("--fault needs a number.");
-            options.fault = std::stoul(arguments[index]);
+            options.fault = ++index < arguments.size() ? numberOf(arguments[index]) : 0;
+            if (options.fault == 0) throw std::invalid_argument("--fault needs the number of a call, from 1.");
         } else if (argument.starts_with("--")) {
             throw std::invalid_argument(argument + " is unknown.");
         } else {
@@ -43,6 +56,7 @@ Options readOptions(const std::vector<std::string>& arguments, const std::filesy
         }
     }
     if (options.files.empty() != options.exportCheck) throw std::invalid_argument("What shall be played?");
+    if (options.nullFault && options.fault == 0) throw std::invalid_argument("--null goes with --fault.");
     if (options.interactive && (options.files.size() > 1 || !options.browser.empty()))
         throw std::invalid_argument("--interactive takes one file, and the desktop's own browser.");
     return options;

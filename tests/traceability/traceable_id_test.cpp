@@ -41,6 +41,13 @@ TEST(GenerateTraceableId, givesDistinctRandomUuids) {
     EXPECT_EQ(ids.size(), 200u);
 }
 
+struct ReadCase {
+    const char* internalId;
+    std::optional<std::string> attribute;
+    std::string result;
+    std::vector<std::string> log;
+};
+
 class TraceableId : public parts_test::PartsTest {
  protected:
     devkit::PartData& addBolt(const std::string& internalId, std::optional<std::string> attribute = {}) {
@@ -55,17 +62,25 @@ class TraceableId : public parts_test::PartsTest {
         session.setDisplayed("bolt");
         return addBolt(internalId, attribute);
     }
+    /// Resolves each case's bolt, which gives its result and its lines, and writes nothing.
+    template <std::size_t count>
+    void expectReads(const ReadCase (&cases)[count], pivra::IdentifierForm form, const std::string& displayed) {
+        std::vector<std::string> expectedLog;
+        for (const ReadCase& c : cases) {
+            session.reset();
+            session.setDisplayed(displayed);
+            addBolt(c.internalId, c.attribute);
+            EXPECT_EQ(pivra::traceableId(object("bolt"), form), c.result) << c.internalId;
+            expectedLog.insert(expectedLog.end(), c.log.begin(), c.log.end());
+            EXPECT_EQ(log(), expectedLog);
+        }
+        EXPECT_EQ(calls("NXOpen::NXObject::SetUserAttribute"), 0u);
+        EXPECT_EQ(calls("NXOpen::BasePart::Save"), 0u);
+    }
     /// The fields of a line about a change of the attribute to `value`.
     static std::string change(const char* idName, const std::string& id, const std::string& value) {
         return " " + part + " " + idName + "=\"" + id + "\" pivra_id=\"" + value + "\".";
     }
-};
-
-struct ReadCase {
-    const char* internalId;
-    std::optional<std::string> attribute;
-    std::string result;
-    std::vector<std::string> log;
 };
 
 TEST_F(TraceableId, displayFormReadsAndNeverWrites) {
@@ -106,16 +121,7 @@ TEST_F(TraceableId, displayFormReadsAndNeverWrites) {
          {"WARNING Ignoring PIVRA_ID attribute because NX internal ID is not legacy: " + part +
           " nx_id=\"\" pivra_id=\"" + uuid + "\"."}},
     };
-    std::vector<std::string> expectedLog;
-    for (const ReadCase& c : cases) {
-        session.reset();
-        addDisplayedBolt(c.internalId, c.attribute);
-        EXPECT_EQ(pivra::traceableId(object("bolt"), pivra::IdentifierForm::display), c.result) << c.internalId;
-        expectedLog.insert(expectedLog.end(), c.log.begin(), c.log.end());
-        EXPECT_EQ(log(), expectedLog);
-    }
-    EXPECT_EQ(calls("NXOpen::NXObject::SetUserAttribute"), 0u);
-    EXPECT_EQ(calls("NXOpen::BasePart::Save"), 0u);
+    expectReads(cases, pivra::IdentifierForm::display, "bolt");
 }
 
 TEST_F(TraceableId, uploadFormLeavesMembersAlone) {
@@ -150,16 +156,7 @@ TEST_F(TraceableId, uploadFormLeavesMembersAlone) {
          "",
          {"WARNING Ignoring PIVRA_ID attribute because NX internal ID is not legacy:" + change("nx_id", "", uuid)}},
     };
-    std::vector<std::string> expectedLog;
-    for (const ReadCase& c : cases) {
-        session.reset();
-        addBolt(c.internalId, c.attribute);
-        EXPECT_EQ(pivra::traceableId(object("bolt"), pivra::IdentifierForm::upload), c.result) << c.internalId;
-        expectedLog.insert(expectedLog.end(), c.log.begin(), c.log.end());
-        EXPECT_EQ(log(), expectedLog);
-    }
-    EXPECT_EQ(calls("NXOpen::NXObject::SetUserAttribute"), 0u);
-    EXPECT_EQ(calls("NXOpen::BasePart::Save"), 0u);
+    expectReads(cases, pivra::IdentifierForm::upload, "");
 }
 
 TEST_F(TraceableId, repairWritesAndSavesOnceAndForAll) {
