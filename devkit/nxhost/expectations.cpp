@@ -1,8 +1,9 @@
 #include "expectations.h"
 
 #include <algorithm>
-#include <map>
-#include <set>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace nxhost {
 
@@ -10,17 +11,66 @@ namespace {
 
 using Position = std::vector<Event>::const_iterator;
 
-Expectation readExpectation(const Json& value, const std::string& place) {
-    static const std::map<std::string, Expectation::Kind> kinds{{"next", Expectation::Kind::next},
-                                                                {"not", Expectation::Kind::absent}};
-    JsonMembers whole(value, place);
-    const auto kind = value.size() == 1 ? kinds.find(value.begin().key()) : kinds.end();
-    const bool plain = kind == kinds.end();
-    const auto& pattern = plain ? value : neededObject(whole, kind->first);
-    JsonMembers members(pattern, plain ? place : whole.pathOf(kind->first));
+// A pattern for events, whose kind it names.
+Event readPattern(const Json& value, const std::string& place) {
+    JsonMembers members(value, place);
     neededText(members, "event");
-    checkPattern(pattern, place);
-    return {place, plain ? Expectation::Kind::later : kind->second, pattern};
+    checkPattern(value, place);
+    return value;
+}
+
+Event patternIn(JsonMembers& members, const std::string& name) {
+    return readPattern(neededObject(members, name), members.pathOf(name));
+}
+
+void readNext(JsonMembers& members, Expectation& expectation) {
+    expectation.kind = Expectation::Kind::next;
+    expectation.pattern = patternIn(members, "next");
+    expectation.withLogs = expectation.pattern["event"] == "log";
+    members.read("logs", expectation.withLogs);
+}
+
+// The events to count are told by a pattern of their own, or by the members beside the number.
+void readCount(JsonMembers& members, const Json& value, Expectation& expectation) {
+    expectation.kind = Expectation::Kind::counted;
+    members.read("times", expectation.times);
+    if (expectation.times < 0) members.fail("times", "expected a number from 0");
+    if (needed(members, "event").is_object()) {
+        expectation.pattern = patternIn(members, "event");
+        return;
+    }
+    auto pattern = value;
+    pattern.erase("times");
+    expectation.pattern = readPattern(pattern, expectation.place);
+    for (const auto& member : value.items()) members.find(member.key());
+}
+
+void readStretch(JsonMembers& members, Expectation& expectation) {
+    expectation.kind = Expectation::Kind::absentBetween;
+    expectation.pattern = patternIn(members, "none");
+    if (members.find("after")) expectation.after = patternIn(members, "after");
+    if (members.find("until")) expectation.until = patternIn(members, "until");
+}
+
+Expectation readExpectation(const Json& value, const std::string& place) {
+    JsonMembers members(value, place);
+    Expectation expectation;
+    expectation.place = place;
+    if (value.contains("next")) {
+        readNext(members, expectation);
+    } else if (value.contains("not")) {
+        expectation.kind = Expectation::Kind::counted;
+        expectation.pattern = patternIn(members, "not");
+    } else if (value.contains("times")) {
+        readCount(members, value, expectation);
+    } else if (value.contains("none")) {
+        readStretch(members, expectation);
+    } else {
+        expectation.pattern = readPattern(value, place);
+        return expectation;
+    }
+    members.finish();
+    return expectation;
 }
 
 // How many members of the pattern, its blocks counted one by one, the event has.
@@ -60,9 +110,9 @@ std::string accountOf(const Expectation& expectation, const std::string& fault) 
     return expectation.place + ": " + fault + "\n    " + shown(expectation.pattern) + "\n";
 }
 
-bool isAside(const Event& event) {
-    static const std::set<std::string> aside{"log", "log-file", "step"};
-    return aside.contains(event["event"].get<std::string>());
+bool isAside(const Event& event, bool withLogs) {
+    const auto& kind = event["event"];
+    return kind == "step" || kind == "log-file" || (kind == "log" && !withLogs);
 }
 
 // Goes through the events, one expectation after the other.
@@ -76,8 +126,10 @@ class Search {
                 return unmetLater(expectation);
             case Expectation::Kind::next:
                 return unmetNext(expectation);
-            case Expectation::Kind::absent:
-                return unmetAbsence(expectation);
+            case Expectation::Kind::counted:
+                return unmetCount(expectation);
+            case Expectation::Kind::absentBetween:
+                return unmetStretch(expectation);
         }
         return "";
     }
@@ -97,7 +149,8 @@ class Search {
     }
 
     std::string unmetNext(const Expectation& expectation) {
-        const auto found = std::find_if_not(at_, events_.end(), isAside);
+        const auto found = std::find_if_not(at_, events_.end(),
+                                            [&](const Event& event) { return isAside(event, expectation.withLogs); });
         if (found == events_.end() || !fits(expectation.pattern, *found))
             return accountOf(expectation, "the next event is another:") + before() + "  It is:\n    " +
                    (found == events_.end() ? "none" : shown(*found)) + "\n";
@@ -105,9 +158,42 @@ class Search {
         return "";
     }
 
-    std::string unmetAbsence(const Expectation& expectation) const {
-        const auto found = find(expectation.pattern, events_.begin());
-        if (found == events_.end()) return "";
+    std::string unmetCount(const Expectation& expectation) const {
+        const auto found = std::count_if(events_.begin(), events_.end(),
+                                         [&](const Event& event) { return fits(expectation.pattern, event); });
+        if (found == expectation.times) return "";
+        if (expectation.times == 0) return unwanted(expectation, find(expectation.pattern, events_.begin()));
+        return accountOf(expectation, "expected " + std::to_string(expectation.times) + " such events, found " +
+                                          std::to_string(found) + ":") +
+               nearest(expectation.pattern, events_.begin(), events_.end());
+    }
+
+    std::string unmetStretch(const Expectation& expectation) const {
+        auto stretch = nextStretch(expectation, events_.begin());
+        if (!stretch)
+            return accountOf(expectation, "there is no stretch from \"after\" to \"until\" to hold this against:");
+        for (; stretch; stretch = nextStretch(expectation, stretch->second)) {
+            const auto found = std::find_if(stretch->first, stretch->second,
+                                            [&](const Event& event) { return fits(expectation.pattern, event); });
+            if (found != stretch->second) return unwanted(expectation, found);
+            if (expectation.after.is_null()) break;
+        }
+        return "";
+    }
+
+    // Where the next stretch begins and ends.
+    std::optional<std::pair<Position, Position>> nextStretch(const Expectation& expectation, Position from) const {
+        if (!expectation.after.is_null()) {
+            from = find(expectation.after, from);
+            if (from == events_.end()) return std::nullopt;
+            ++from;
+        }
+        if (expectation.until.is_null()) return std::pair(from, events_.end());
+        const auto to = find(expectation.until, from);
+        return to == events_.end() ? std::nullopt : std::optional(std::pair(from, to));
+    }
+
+    static std::string unwanted(const Expectation& expectation, Position found) {
         return accountOf(expectation, "an event that must not be there:") + "  Found:\n    " + shown(*found) + "\n";
     }
 

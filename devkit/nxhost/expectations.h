@@ -10,13 +10,18 @@
 namespace nxhost {
 
 struct Expectation {
-    /// An event after the one expected before it; the very next one, log lines and steps left aside; none in the whole
-    /// transcript.
-    enum class Kind { later, next, absent };
+    /// An event after the one expected before it; the very next one, steps and, unless `withLogs`, log lines left
+    /// aside; exactly `times` of them in the whole transcript; none in each stretch from an event that fits `after` to
+    /// the next one that fits `until`, of which there must be one.
+    enum class Kind { later, next, counted, absentBetween };
 
     std::string place;
     Kind kind = Kind::later;
     Event pattern;
+    bool withLogs = false;
+    int times = 0;
+    Event after;  ///< null: the transcript's beginning
+    Event until;  ///< null: its end
 };
 
 /// Reads the list of expectations `name`. Throws std::runtime_error that names the place of what is wrong with it.

@@ -26,7 +26,11 @@ void enter(Stage& stage, const char* name, void (Plugin::*call)()) {
     }
     const auto depth = devkit::Gate::instance().bracketDepth();
     if (depth != 0) addViolation(std::string(name) + " left a bracket open: depth " + std::to_string(depth) + ".");
-    if (!devkit::Session::instance().helpContexts.empty()) addViolation(std::string(name) + " left a help context.");
+    auto& contexts = devkit::Session::instance().helpContexts;
+    // A context cannot be popped when the bracket that it takes is refused.
+    if (!contexts.empty() && !devkit::Gate::instance().bracketRefused())
+        addViolation(std::string(name) + " left a help context.");
+    contexts.clear();
 }
 
 }  // namespace

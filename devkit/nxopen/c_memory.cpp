@@ -17,6 +17,8 @@ T* allocate(std::size_t count) {
     return static_cast<T*>(memory);
 }
 
+}  // namespace
+
 char* newString(const std::string& text) {
     if (text.empty()) return nullptr;
     const std::string narrow = narrowFromUtf8(text);
@@ -24,8 +26,6 @@ char* newString(const std::string& text) {
     std::memcpy(result, narrow.c_str(), narrow.size() + 1);
     return result;
 }
-
-}  // namespace
 
 int* newNumbers(const std::vector<int>& numbers) {
     if (numbers.empty()) return nullptr;

@@ -42,7 +42,8 @@ int CloneSession::setNameRule(const std::string& rule) {
 }
 
 int CloneSession::add(const std::string& encodedName, std::vector<MissingMember>* missing) {
-    const auto item = decodeManagedName(encodedName);
+    const bool isRefused = Session::instance().clone.commandLineNames && !isCommandLineName(encodedName);
+    const auto item = isRefused ? std::nullopt : decodeManagedName(encodedName);
     PartData* part = item ? Session::instance().findManaged(item->number) : nullptr;
     if (part == nullptr) return UF_CLONE_err_part_not_found;
     parts_.push_back(part);

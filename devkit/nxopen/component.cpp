@@ -19,9 +19,12 @@ const devkit::ComponentData& Component::placement() const {
     return assembly_.components[index_];
 }
 
+devkit::PartData* Component::referencedPart() const {
+    return isRoot_ ? &assembly_ : devkit::Session::instance().findPart(placement().part);
+}
+
 devkit::PartData* Component::placedPart() const {
-    if (isRoot_) return &assembly_;
-    return placement().loaded ? devkit::Session::instance().findPart(placement().part) : nullptr;
+    return isRoot_ || placement().loaded ? referencedPart() : nullptr;
 }
 
 NXString Component::Name() {

@@ -25,6 +25,7 @@ void Gate::reset() {
     faults_.clear();
     violations_.clear();
     bracketDepth_ = 0;
+    bracketRefused_ = false;
 }
 
 void Gate::addFault(const Fault& fault) {
@@ -74,9 +75,10 @@ bool Gate::enter(const char* name, bool returnsPointer) {
     throw NXOpen::NXException::Create(fault->message.c_str());
 }
 
-void Gate::bracketOpened() {
+void Gate::bracketAsked(int status) {
     std::lock_guard lock(mutex_);
-    ++bracketDepth_;
+    bracketRefused_ = status != 0;
+    if (status == 0) ++bracketDepth_;
 }
 
 void Gate::bracketClosed() {

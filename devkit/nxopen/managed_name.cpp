@@ -61,9 +61,19 @@ std::string encodeManagedName(const ManagedItem& item) {
     return name;
 }
 
+std::string commandLineName(const ManagedItem& item) {
+    std::string name = cliHead + item.number + "/" + item.revision;
+    if (!item.fileType.empty() || !item.fileName.empty()) name += "/" + item.fileType;
+    return item.fileName.empty() ? name : name + "/" + item.fileName;
+}
+
+bool isCommandLineName(const std::string& name) {
+    return name.rfind(cliHead, 0) == 0;
+}
+
 std::optional<ManagedItem> decodeManagedName(const std::string& name) {
     if (name.rfind(internalHead, 0) == 0) return decodeInternal(name);
-    if (name.rfind(cliHead, 0) == 0) return decodeCli(name);
+    if (isCommandLineName(name)) return decodeCli(name);
     return std::nullopt;
 }
 

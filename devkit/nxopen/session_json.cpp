@@ -43,6 +43,7 @@ void setClone(const nlohmann::json& description, const std::string& where) {
     members.read("writesNothing", clone.writesNothing);
     members.read("rootName", clone.rootName);
     members.read("namingFailures", clone.namingFailures);
+    members.read("commandLineNames", clone.commandLineNames);
     members.finish();
 }
 

@@ -10,9 +10,9 @@
 #include "uf_status.h"
 
 int UF_initialize() {
-    if (const int status = devkit::Gate::instance().enterUf("UF_initialize", false)) return status;
-    devkit::Gate::instance().bracketOpened();
-    return 0;
+    const int status = devkit::Gate::instance().enterUf("UF_initialize", false);
+    devkit::Gate::instance().bracketAsked(status);
+    return status;
 }
 
 int UF_terminate() {

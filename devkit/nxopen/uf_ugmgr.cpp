@@ -1,5 +1,6 @@
 #include <uf_ugmgr.h>
 
+#include "c_memory.h"
 #include "calls.h"
 #include "host_objects.h"
 #include "host_text.h"
@@ -26,6 +27,14 @@ int UF_UGMGR_decode_part_file_name(const char* encoded_name, char part_number[UF
                       copyNarrow(item->fileType, part_file_type, UF_UGMGR_FTYPE_BUFSIZE) &&
                       copyNarrow(item->fileName, part_file_name, UF_UGMGR_FNAME_BUFSIZE);
     return fits ? 0 : devkit::status::textTooLong;
+}
+
+int UF_UGMGR_convert_file_name_to_cli(const char* internal_name, char** cli_name) {
+    if (const int status = devkit::enterUf("UF_UGMGR_convert_file_name_to_cli")) return status;
+    const auto item = devkit::decodeManagedName(devkit::utf8FromNarrow(internal_name));
+    if (!item) return devkit::status::badName;
+    *cli_name = devkit::newString(devkit::commandLineName(*item));
+    return 0;
 }
 
 int UF_UGMGR_ask_part_tag(char* part_number, UF_UGMGR_tag_t* database_part_tag) {

@@ -24,6 +24,8 @@ NXOPEN_C int UF_UGMGR_decode_part_file_name(const char* encoded_name, char part_
                                             char part_revision[UF_UGMGR_PARTREV_BUFSIZE],
                                             char part_file_type[UF_UGMGR_FTYPE_BUFSIZE],
                                             char part_file_name[UF_UGMGR_FNAME_BUFSIZE]);
+/* The form "@DB/…" of an encoded name, to be freed with UF_free. */
+NXOPEN_C int UF_UGMGR_convert_file_name_to_cli(const char* internal_name, char** cli_name);
 NXOPEN_C int UF_UGMGR_ask_part_tag(char* part_number, UF_UGMGR_tag_t* database_part_tag);
 NXOPEN_C int UF_UGMGR_ask_configured_rev(UF_UGMGR_tag_t database_part_tag, UF_UGMGR_tag_t* part_revision);
 NXOPEN_C int UF_UGMGR_ask_part_revision_id(UF_UGMGR_tag_t part_revision, char revision_id[UF_UGMGR_NAME_BUFSIZE]);

@@ -32,6 +32,10 @@ class NXOPEN_EXPORT Component : public NXObject {
     /// In the placed part's order. May hold nulls.
     std::vector<Component*> GetChildren();
 
+    /// The part that the component refers to, whether or not it is loaded; null when the session knows no such part. Of
+    /// the stand-in alone.
+    devkit::PartData* referencedPart() const;
+
  private:
     const devkit::ComponentData& placement() const;
     devkit::PartData* placedPart() const;

@@ -46,12 +46,15 @@ class NXOPEN_EXPORT Gate {
     void addViolation(const std::string& sentence);
 
     int bracketDepth() const { return bracketDepth_; }
+    /// Whether the latest UF_initialize failed: what needed its bracket could not be done.
+    bool bracketRefused() const { return bracketRefused_; }
 
     // What the stand-ins call. enterUf returns 0 or the status to return; enter throws, or returns false when the call
     // returns a pointer and is to return null.
     int enterUf(const char* name, bool needsBracket = true);
     bool enter(const char* name, bool returnsPointer = false);
-    void bracketOpened();
+    /// UF_initialize returns `status`.
+    void bracketAsked(int status);
     void bracketClosed();
 
  private:
@@ -66,6 +69,7 @@ class NXOPEN_EXPORT Gate {
     std::vector<Fault> faults_;
     std::vector<std::string> violations_;
     int bracketDepth_ = 0;
+    bool bracketRefused_ = false;
 };
 
 }  // namespace devkit

@@ -61,8 +61,9 @@ struct PartData {
 /// What the clone of a managed part does besides writing each part's file.
 struct CloneBehaviour {
     bool writesNothing = false;
-    std::string rootName;    ///< file name of the root part instead of its number
-    int namingFailures = 0;  ///< reported by every clone operation that reports them
+    std::string rootName;           ///< file name of the root part instead of its number
+    int namingFailures = 0;         ///< reported by every clone operation that reports them
+    bool commandLineNames = false;  ///< parts are added by the names "@DB/…" alone
 };
 
 /// Something that happened in the host, for the transcript: the kind ("attribute-written", "attribute-deleted",
