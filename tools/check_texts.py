@@ -12,7 +12,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 LITERAL = re.compile(r'"(?:[^"\\\n]|\\.)*"(?:\s*"(?:[^"\\\n]|\\.)*")*')
 PIECE = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 COMMENT = re.compile(r"//[^\n]*|#include[^\n]*")
-TROUBLE = re.compile(r"\bLog(Warning|Error)\(|\blogError\(|\bfail\(|\battempt(Write)?\(")
+TROUBLE = re.compile(r"\bLog(Warning|Error)\(|\blogError\(|\bwarnOf\w*\(|\bfail\(|\battempt(Write)?\(")
 LOGGED = re.compile(r"\bLog(Debug|Info|Warning|Error|Line)?\w*\(")
 
 

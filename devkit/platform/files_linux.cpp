@@ -1,6 +1,7 @@
 #include <platform/files.h>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -39,6 +40,7 @@ void copyFile(const fs::path& from, const fs::path& to) {
     std::error_code ignored;
     const auto time = fs::last_write_time(from, ignored);
     if (!ignored) fs::last_write_time(to, time, ignored);
+    fs::permissions(to, fs::perms::owner_write, fs::perm_options::add, ignored);
 }
 
 std::uintmax_t fileSizeBytes(const fs::path& file) {
@@ -61,6 +63,40 @@ FileTime lastWriteTime(const fs::path& file) {
 bool isRegularFile(const fs::path& file) {
     std::error_code ignored;
     return fs::symlink_status(file, ignored).type() == fs::file_type::regular;
+}
+
+PathKind pathKind(const fs::path& path, std::error_code& error) {
+    const auto status = fs::status(path, error);
+    if (status.type() == fs::file_type::not_found) error.clear();
+    if (status.type() == fs::file_type::directory) return PathKind::directory;
+    return fs::exists(status) ? PathKind::other : PathKind::missing;
+}
+
+bool createDirectory(const fs::path& directory, std::error_code& error) {
+    const bool made = ::mkdir(directory.c_str(), 0777) == 0;
+    error = made || errno == EEXIST ? std::error_code() : std::error_code(errno, std::system_category());
+    return made;
+}
+
+std::error_code createDirectories(const fs::path& directory) {
+    std::error_code error;
+    fs::create_directories(directory, error);
+    return error;
+}
+
+fs::path shortPath(const fs::path& path) {
+    return path;
+}
+
+// A lock that the stand-in's deletion respects takes the place of the open handle.
+std::shared_ptr<void> holdDirectory(const fs::path& directory) {
+    const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return nullptr;
+    ::flock(descriptor, LOCK_SH);
+    return {new int(descriptor), [](int* held) {
+                ::close(*held);
+                delete held;
+            }};
 }
 
 }  // namespace platform

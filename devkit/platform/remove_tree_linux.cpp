@@ -1,5 +1,7 @@
 #include <platform/remove_tree.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -31,8 +33,18 @@ std::error_code removeFile(const fs::path& file) {
     return ::unlink(file.c_str()) == 0 ? std::error_code() : lastError();
 }
 
+/// Whether somebody holds the folder, this process as well.
+bool isHeld(const fs::path& directory) {
+    const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (descriptor < 0) return false;
+    const bool held = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0;
+    ::close(descriptor);
+    return held;
+}
+
 std::error_code removeDirectory(const fs::path& directory) {
     if (isLink(directory)) return removeFile(directory);
+    if (isHeld(directory)) return {errorSharingViolation, std::system_category()};
     return ::rmdir(directory.c_str()) == 0 ? std::error_code() : lastError();
 }
 

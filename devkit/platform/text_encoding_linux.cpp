@@ -1,5 +1,8 @@
 // Names are bytes here, and taken to be UTF-8.
 #include <platform/text_encoding.h>
+#include <platform/utf8.h>
+
+#include <algorithm>
 
 namespace platform {
 
@@ -9,6 +12,22 @@ std::string utf8FromPath(const std::filesystem::path& path) {
 
 std::filesystem::path pathFromUtf8(std::string_view text) {
     return text;
+}
+
+// The code page is Latin-1.
+std::string utf8FromSystemText(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const auto length = utf8CharacterLength(text);
+        if (length > 0) {
+            result += text.substr(0, length);
+        } else {
+            const auto letter = static_cast<unsigned char>(text.front());
+            result += {static_cast<char>(0xC0 | letter >> 6), static_cast<char>(0x80 | (letter & 0x3F))};
+        }
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return result;
 }
 
 std::string fileSystemTextFromPath(const std::filesystem::path& path) {

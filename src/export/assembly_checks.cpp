@@ -1,12 +1,12 @@
 #include "export/assembly_checks.h"
 
 #include "export/component_walk.h"
-#include "export/error_text.h"
 #include "export/file_names.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
 #include "logging/log_line.h"
 #include "nx/text.h"
+#include "platform/error_text.h"
 #include "traceability/part_label.h"
 
 #include <NXOpen/Part.hxx>
@@ -22,33 +22,37 @@ namespace {
 using logging::LogLine;
 using logging::LogWarning;
 
-bool isUnsaved(NXOpen::Part& part) {
-    if (!isPartModified(&part, "Assembly child modified-state check")) return false;
-    LogWarning(LogLine("Assembly child has unsaved changes:").quoted("part", partLogLabel(&part)).text());
+bool isUnsaved(const Placement& placed) {
+    if (placed.part == nullptr || !isPartModified(placed.part, "Assembly child modified-state check")) return false;
+    LogWarning(LogLine("Assembly child has unsaved changes:").quoted("part", partLogLabel(placed.part)).text());
     return true;
 }
 
-bool isUnsupported(NXOpen::Part& part) {
-    if (isManagedPart(&part)) return false;
-    const std::string source = nx::utf8(part.FullPath());
-    const std::string extension = fileExtension(source);
-    if (source.empty()) {
-        LogWarning(LogLine("Assembly child has unsupported loaded part source:")
-                       .quoted("part", partLogLabel(&part))
-                       .quoted("source", source)
-                       .quoted("extension", extension)
-                       .text());
-        return true;
-    }
-    if (!hasExtension(source, ".prt")) {
+bool isUnsupportedFile(const std::string& file) {
+    if (!hasExtension(file, ".prt")) {
         LogWarning(LogLine("Assembly child has unsupported backing file type:")
-                       .quoted("backing_source", source)
-                       .quoted("extension", extension)
+                       .quoted("backing_source", file)
+                       .quoted("extension", fileExtension(file))
                        .text());
         return true;
     }
-    if (hasUsableLocalSource(source)) return false;
-    LogWarning(LogLine("Assembly child backing .prt is not saved locally:").quoted("backing_source", source).text());
+    if (hasUsableLocalSource(file)) return false;
+    LogWarning(LogLine("Assembly child backing .prt is not saved locally:").quoted("backing_source", file).text());
+    return true;
+}
+
+bool isUnsupported(const Placement& placed) {
+    if (placed.part != nullptr && isManagedPart(placed.part)) return false;
+    // Of a loaded part the C++ interface gives the name in full, whatever the host's code page.
+    const std::string file =
+        placed.part != nullptr ? nx::utf8(placed.part->FullPath()) : fileOfComponent(*placed.component);
+    if (!file.empty()) return isUnsupportedFile(file);
+    if (placed.part == nullptr) return false;
+    LogWarning(LogLine("Assembly child has unsupported loaded part source:")
+                   .quoted("part", partLogLabel(placed.part))
+                   .quoted("source", "")
+                   .quoted("extension", "")
+                   .text());
     return true;
 }
 
@@ -56,16 +60,16 @@ void logError(const char* head, NXOpen::BasePart* part, const std::optional<std:
     if (error) LogWarning(LogLine(head).quoted("part", partLogLabel(part)).quoted("error", *error).text());
 }
 
-/// Whether `check` is true for a part below `part`.
-bool anyComponent(NXOpen::BasePart* part, const std::function<bool(NXOpen::Part&)>& check) {
+/// Whether `check` is true for a component below `part`. The places of one part are asked once.
+bool anyComponent(NXOpen::BasePart* part, const std::function<bool(const Placement&)>& check) {
     bool hit = false;
     std::unordered_set<NXOpen::Part*> asked;
-    const auto visit = [&](NXOpen::Part& member) {
-        if (!asked.insert(&member).second) return true;
-        logError("Assembly child check failed:", &member, errorOf([&] { hit = check(member); }));
+    const auto visit = [&](const Placement& placed) {
+        if (placed.part != nullptr && !asked.insert(placed.part).second) return true;
+        logError("Assembly child check failed:", placed.part, platform::errorOf([&] { hit = check(placed); }));
         return !hit;
     };
-    logError("Assembly child check failed while walking components:", part, errorOf([&] {
+    logError("Assembly child check failed while walking components:", part, platform::errorOf([&] {
                  if (auto* root = rootComponent(part)) walkComponents(*part, *root, visit);
              }));
     return hit;

@@ -12,8 +12,8 @@ namespace pivra {
 /// of a part is logged and costs that part; one of the walk itself ends it.
 bool hasUnsavedComponent(NXOpen::BasePart* part);
 
-/// True when a component is backed by something else than a .prt file on the local disk. Parts under Teamcenter are
-/// supported, and so are components that are not loaded, of which no file is known. Otherwise as hasUnsavedComponent().
+/// True when a component, loaded or not, is backed by something else than a .prt file on the local disk. Parts under
+/// Teamcenter are supported, and so are components of which no file is known. Otherwise as hasUnsavedComponent().
 bool hasUnsupportedComponent(NXOpen::BasePart* part);
 
 /// True when `part` has changes that are not saved or, unless its drawing is what counts, one of its components has.

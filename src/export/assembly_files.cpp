@@ -2,16 +2,17 @@
 
 #include "export/component_walk.h"
 #include "export/displayed_model_export.h"
-#include "export/error_text.h"
 #include "export/exported_files.h"
 #include "export/file_names.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
 #include "logging/log_line.h"
 #include "nx/text.h"
+#include "platform/error_text.h"
 #include "platform/text_encoding.h"
 #include "traceability/part_label.h"
 
+#include <NXOpen/Assemblies_Component.hxx>
 #include <NXOpen/Part.hxx>
 
 #include <algorithm>
@@ -92,6 +93,7 @@ class Collection {
     void addRoot(const std::string& label);
     void walk();
     void addMember(NXOpen::Part& part);
+    void noteUnloaded(NXOpen::Assemblies::Component& component);
     void logRepeated(const Member& member) const;
     void addNewMember(NXOpen::Part& part, const Member& member, ModelFileEntry entry);
     bool readIdentity(NXOpen::BasePart& part, const std::string& label, ModelFileEntry& entry) const;
@@ -113,6 +115,7 @@ class Collection {
     CollectedFiles collected_;
     std::unordered_set<std::string> seenKeys_;
     std::unordered_map<NXOpen::BasePart*, Member> members_;
+    std::unordered_set<std::string> unloaded_;  // files, or names where no file is known
 };
 
 const std::string& keyOf(const ModelFileEntry& entry) {
@@ -122,7 +125,7 @@ const std::string& keyOf(const ModelFileEntry& entry) {
 CollectedFiles Collection::collect() {
     const std::string label = partLogLabel(&root_);
     addRoot(label);
-    if (const auto error = errorOf([this] { walk(); })) logError(source_.wording.walkError, label, *error);
+    if (const auto error = platform::errorOf([this] { walk(); })) logError(source_.wording.walkError, label, *error);
     if (collected_.isAssembly && collected_.entries.empty()) {
         LogError(withDirectory(line(source_.wording.aborted, label)).text());
     } else {
@@ -145,10 +148,23 @@ void Collection::walk() {
     auto* rootOfTree = rootComponent(&root_);
     collected_.isAssembly = rootOfTree != nullptr;
     if (rootOfTree == nullptr || collected_.entries.empty()) return;
-    walkComponents(root_, *rootOfTree, [this](NXOpen::Part& part) {
-        addMember(part);
+    walkComponents(root_, *rootOfTree, [this](const Placement& placed) {
+        if (placed.part != nullptr) addMember(*placed.part);
+        if (!placed.isLoaded) noteUnloaded(*placed.component);
         return true;
     });
+}
+
+/// What is not loaded has no identifier, so that it cannot be sent; each is named once.
+void Collection::noteUnloaded(NXOpen::Assemblies::Component& component) {
+    collected_.hasUnloadedComponents = true;
+    const std::string name = nx::utf8(component.DisplayName());
+    const std::string file = fileOfComponent(component);
+    if (!unloaded_.insert(file.empty() ? name : file).second) return;
+    LogWarning(LogLine("Assembly member is not loaded and will not be uploaded:")
+                   .quoted("component", name)
+                   .quoted("backing_source", file)
+                   .text());
 }
 
 void Collection::addMember(NXOpen::Part& part) {
@@ -182,10 +198,12 @@ void Collection::addNewMember(NXOpen::Part& part, const Member& member, ModelFil
 
 /// Reads everything but the file. The root's identifier is the run's: resolving it again could repair the part again.
 bool Collection::readIdentity(NXOpen::BasePart& part, const std::string& label, ModelFileEntry& entry) const {
-    const auto error = errorOf([&] {
+    const auto error = platform::errorOf([&] {
         entry.sourcePath = nx::utf8(part.FullPath());
         entry.sourceFileId = &part == &root_ ? run_.sessionKey() : traceableId(&part, run_.form());
         entry.uploadFileName = nx::utf8(part.Leaf());
+        // The root goes under the key that the dialogs ask for.
+        entry.isPartFamily = &part != &root_ && isPartFamilyMember(&part);
         entry.revision = configuredRevisionId(&part);
     });
     if (error) logError(source_.wording.metadataError, label, *error);
@@ -193,7 +211,7 @@ bool Collection::readIdentity(NXOpen::BasePart& part, const std::string& label, 
 }
 
 void Collection::findFile(NXOpen::BasePart& part, const std::string& label, ModelFileEntry& entry) const {
-    const auto error = errorOf([&] { entry.uploadPath = source_.fileOf(part, entry.sourcePath); });
+    const auto error = platform::errorOf([&] { entry.uploadPath = source_.fileOf(part, entry.sourcePath); });
     if (error) return logError(source_.wording.exportError, label, *error);
     if (!entry.uploadPath.empty()) {
         entry.uploadFileName = lastPathComponent(entry.uploadPath);
@@ -246,6 +264,7 @@ void collectUploadFiles(NXOpen::BasePart* part, ModelMetadata& metadata, ExportR
                                                   : collectLocalUploadFiles(part, run);
     metadata.files = std::move(collected.entries);
     metadata.isAssembly = collected.isAssembly;
+    metadata.hasUnloadedComponents = collected.hasUnloadedComponents;
 }
 
 std::size_t uploadedFileCount(const std::vector<ModelFileEntry>& entries) {

@@ -21,6 +21,7 @@ namespace pivra {
 struct CollectedFiles {
     std::vector<ModelFileEntry> entries;
     bool isAssembly = false;
+    bool hasUnloadedComponents = false;  ///< members are missing because they are not loaded; the log names them
 };
 
 /// The files of a native part, copied into the run's folder.
@@ -30,8 +31,8 @@ CollectedFiles collectLocalUploadFiles(NXOpen::BasePart* part, ExportRun& run);
 /// files that lie in its folder under their part numbers. Without a root file there is no folder either.
 CollectedFiles collectManagedUploadFiles(NXOpen::BasePart* part, const std::string& rootFile, ExportRun& run);
 
-/// Collects the files of `part` by `metadata.isManaged` and `metadata.exportedFile`, and replaces `files` and
-/// `isAssembly` with them.
+/// Collects the files of `part` by `metadata.isManaged` and `metadata.exportedFile`, and replaces `files`,
+/// `isAssembly` and `hasUnloadedComponents` with them.
 void collectUploadFiles(NXOpen::BasePart* part, ModelMetadata& metadata, ExportRun& run);
 
 /// Number of entries that have a file to send.

@@ -34,12 +34,6 @@ std::string reuse(const fs::path& file) {
     return path;
 }
 
-/// A read-only model gives a read-only copy, which the next export could not overwrite.
-void makeWritable(const fs::path& file) {
-    std::error_code leftAsItIs;
-    fs::permissions(file, fs::perms::owner_write, fs::perm_options::add, leftAsItIs);
-}
-
 std::string copy(const std::string& sourcePath, const fs::path& source, const fs::path& target) {
     std::string destination = platform::utf8FromPath(target);
     LogDebug(LogLine("Copying local NX model for upload:")
@@ -47,7 +41,6 @@ std::string copy(const std::string& sourcePath, const fs::path& source, const fs
                  .quoted("destination", destination)
                  .text());
     platform::copyFile(source, target);
-    makeWritable(target);
     LogDebug(LogLine("Local NX model export complete:").quoted("destination", destination).text());
     return destination;
 }
@@ -83,7 +76,7 @@ std::string copyLocalModel(const std::string& sourcePath, ExportRun& run) {
         LogWarning("Local NX model export skipped because the source path is empty.");
         return {};
     }
-    if (const fs::path* earlier = run.copyOf(sourcePath)) return reuse(*earlier);
+    if (const fs::path* copied = run.copyOf(sourcePath)) return platform::utf8FromPath(*copied);
     const fs::path source = platform::pathFromUtf8(sourcePath);
     const fs::path target = run.placeFor(sourcePath);
     std::string result = isSameFile(source, target) ? reuse(target) : copy(sourcePath, source, target);

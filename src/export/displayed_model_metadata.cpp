@@ -10,6 +10,7 @@
 #include "logging/log_line.h"
 #include "nx/text.h"
 #include "platform/calendar.h"
+#include "platform/error_text.h"
 #include "platform/text_encoding.h"
 #include "traceability/part_label.h"
 #include "traceability/traceable_id.h"
@@ -42,9 +43,24 @@ void setTimes(ModelMetadata& metadata, platform::FileTime written) {
     metadata.lastModifiedUtc = formatUtcTime(written);
 }
 
-void setFileFacts(ModelMetadata& metadata, const fs::path& file) {
-    metadata.fileSizeMb = static_cast<double>(fileSizeBytes(file)) * mebibytesPerByte;
-    setTimes(metadata, platform::lastWriteTime(file));
+/// False when there is no such file.
+bool setFileFacts(ModelMetadata& metadata, const std::string& file) {
+    const auto facts = platform::fileFacts(platform::pathFromUtf8(file));
+    if (!facts) return false;
+    metadata.fileSizeMb = static_cast<double>(facts->size) * mebibytesPerByte;
+    setTimes(metadata, facts->written);
+    return true;
+}
+
+/// Why a file cannot be asked; empty when it is not there.
+std::string statusError(const fs::path& file) {
+    try {
+        platform::fileSizeBytes(file);
+        return {};
+    } catch (const fs::filesystem_error& error) {
+        const bool isMissing = error.code() == std::errc::no_such_file_or_directory;
+        return isMissing ? std::string() : platform::errorText(error.code());
+    }
 }
 
 /// One reading of the displayed part.
@@ -109,14 +125,13 @@ void Reading::readFileFacts(ExportRun& run) {
 void Reading::readLocalFacts() {
     metadata_.fileName = lastPathComponent(metadata_.sourcePath);
     if (metadata_.fileName.empty()) metadata_.fileName = nx::utf8(part_.Leaf());
-    if (!hasUsableLocalSource(metadata_.sourcePath)) {
+    if (!setFileFacts(metadata_, metadata_.sourcePath)) {
         LogWarning(line("NX display metadata found a local part without a saved source file:")
                        .quoted("source_file_id", metadata_.sourceFileId)
                        .quoted("source", metadata_.sourcePath)
                        .text());
         return;
     }
-    setFileFacts(metadata_, platform::pathFromUtf8(metadata_.sourcePath));
     LogDebug(fileLine("NX display metadata read from local source:").decimal("size_mb", metadata_.fileSizeMb).text());
 }
 
@@ -134,18 +149,14 @@ void Reading::readManagedFacts(const ExportRun& run) {
 }
 
 void Reading::readExportedFacts() {
-    const fs::path file = platform::pathFromUtf8(metadata_.exportedFile);
-    if (!platform::isRegularFile(file)) {
-        std::error_code error;
-        const bool isMissing = fs::status(file, error).type() == fs::file_type::not_found;
+    if (!setFileFacts(metadata_, metadata_.exportedFile)) {
         metadata_.lastModified = unknownTime;
         LogWarning(line("NX display metadata could not read managed export file stats:")
                        .quoted("exported_file", metadata_.exportedFile)
-                       .quoted("error", error && !isMissing ? error.message() : "")
+                       .quoted("error", statusError(platform::pathFromUtf8(metadata_.exportedFile)))
                        .text());
         return;
     }
-    setFileFacts(metadata_, file);
     LogDebug(fileLine("NX display metadata read from managed export:")
                  .quoted("exported_file", metadata_.exportedFile)
                  .decimal("size_mb", metadata_.fileSizeMb)
@@ -165,9 +176,8 @@ void Reading::readFiles(ExportRun& run) {
 std::optional<platform::FileTime> newestWriteTime(const std::vector<ModelFileEntry>& files) {
     std::optional<platform::FileTime> newest;
     for (const auto& entry : files) {
-        if (!hasUsableLocalSource(entry.uploadPath)) continue;
-        const auto written = platform::lastWriteTime(platform::pathFromUtf8(entry.uploadPath));
-        if (!newest || written > *newest) newest = written;
+        const auto facts = platform::fileFacts(platform::pathFromUtf8(entry.uploadPath));
+        if (facts && (!newest || facts->written > *newest)) newest = facts->written;
     }
     return newest;
 }
@@ -242,7 +252,7 @@ double totalSizeMb(const std::vector<ModelFileEntry>& files) {
     std::uint64_t total = 0;
     for (const auto& entry : files) {
         const std::string& path = entry.uploadPath.empty() ? entry.sourcePath : entry.uploadPath;
-        if (hasUsableLocalSource(path)) total += fileSizeBytes(platform::pathFromUtf8(path));
+        if (const auto facts = platform::fileFacts(platform::pathFromUtf8(path))) total += facts->size;
     }
     return static_cast<double>(total) * mebibytesPerByte;
 }

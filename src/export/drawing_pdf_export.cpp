@@ -5,6 +5,7 @@
 #include "logging/log.h"
 #include "logging/log_line.h"
 #include "nx/text.h"
+#include "platform/error_text.h"
 #include "platform/files.h"
 #include "platform/text_encoding.h"
 #include "traceability/part_label.h"
@@ -40,10 +41,12 @@ struct BuilderDestroy {
     void operator()(NXOpen::PrintPDFBuilder* builder) const noexcept {
         try {
             builder->Destroy();
-        } catch (const std::exception& error) {
-            LogWarning(LogLine("PDF builder could not be destroyed:").quoted("error", error.what()).text());
         } catch (...) {
-            LogWarning("PDF builder could not be destroyed.");
+            logging::logBuilt(logging::LogLevel::warning, [] {
+                return LogLine("PDF builder could not be destroyed:")
+                    .quoted("error", platform::currentErrorText("unknown"))
+                    .text();
+            });
         }
     }
 };
@@ -58,8 +61,8 @@ Sheets sheetsOf(NXOpen::BasePart& part) {
 }
 
 std::optional<platform::FileTime> writeTime(const fs::path& file) {
-    if (!platform::isRegularFile(file)) return std::nullopt;
-    return platform::lastWriteTime(file);
+    const auto facts = platform::fileFacts(file);
+    return facts ? std::optional(facts->written) : std::nullopt;
 }
 
 /// Prints the sheets and returns true; false, with the reason in the log, when the host lacks what it takes.

@@ -3,6 +3,7 @@
 #include "config/properties.h"
 #include "export/file_names.h"
 #include "export/session_temp_directories.h"
+#include "platform/files.h"
 #include "platform/text_encoding.h"
 
 namespace pivra {
@@ -37,7 +38,7 @@ fs::path ExportRun::placeFor(const std::string& source) {
     if (use > 1) {
         folder /= std::to_string(use);
         std::error_code reportedByTheCopy;
-        fs::create_directory(folder, reportedByTheCopy);
+        platform::createDirectory(folder, reportedByTheCopy);
     }
     return folder / platform::pathFromUtf8(name);
 }

@@ -20,15 +20,15 @@ bool isSupported(const std::string& name) {
 void addFile(const fs::path& path, std::vector<ExportedFile>& files) {
     if (!isSupported(platform::utf8FromPath(path))) return;
     try {
-        files.push_back({path, platform::fileSizeBytes(path), platform::lastWriteTime(path)});
+        if (const auto facts = platform::fileFacts(path)) files.push_back({path, *facts});
     } catch (const fs::filesystem_error&) {
-        // Gone since it was listed.
+        // Passed over, as the header says.
     }
 }
 
 bool isBetter(const ExportedFile& left, const ExportedFile& right) {
     const auto rank = [](const ExportedFile& file) {
-        return std::tuple(hasExtension(platform::utf8FromPath(file.path), ".prt"), file.written);
+        return std::tuple(hasExtension(platform::utf8FromPath(file.path), ".prt"), file.facts.written);
     };
     return rank(left) > rank(right);
 }

@@ -3,7 +3,6 @@
 
 #include "platform/files.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <unordered_map>
@@ -13,8 +12,7 @@ namespace pivra {
 
 struct ExportedFile {
     std::filesystem::path path;
-    std::uintmax_t size = 0;
-    platform::FileTime written;
+    platform::FileFacts facts;
 };
 
 /// The ordinary files with the extension ".prt" or ".pdf", in any letter case, in `directory` and the folders below it.

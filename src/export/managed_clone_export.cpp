@@ -9,6 +9,7 @@
 #include "nx/clone_records.h"
 #include "nx/text.h"
 #include "nx/uf_session.h"
+#include "platform/error_text.h"
 #include "platform/text_encoding.h"
 #include "traceability/part_label.h"
 
@@ -17,6 +18,7 @@
 #include <algorithm>
 #include <chrono>
 #include <map>
+#include <stdexcept>
 
 namespace pivra {
 
@@ -56,7 +58,8 @@ class CloneSession {
     CloneSession(const CloneSession&) = delete;
     CloneSession& operator=(const CloneSession&) = delete;
 
-    void setUp(const fs::path& directory);
+    /// `directory` is in the host's code page.
+    void setUp(const std::string& directory);
     void add(const char* encodedName, bool isAssembly);
     void perform();
 
@@ -65,6 +68,7 @@ class CloneSession {
         checkNxStatus("UF_CLONE_init_naming_failures", UF_CLONE_init_naming_failures(failures_.emptied()));
     }
     void setNameRule();
+    static bool addUnder(const char* name, bool isAssembly);
     void report(const char* operation, int status) {
         checkNxStatus(operation, status);
         reportNamingFailures(operation, *failures_.get());
@@ -73,12 +77,11 @@ class CloneSession {
     nx::NamingFailures failures_;
 };
 
-void CloneSession::setUp(const fs::path& directory) {
-    const std::string narrowDirectory = platform::fileSystemTextFromPath(directory);
+void CloneSession::setUp(const std::string& directory) {
     emptyFailures();
     checkNxStatus("UF_CLONE_set_def_action", UF_CLONE_set_def_action(defaultAction));
-    checkNxStatus("UF_CLONE_set_def_directory", UF_CLONE_set_def_directory(narrowDirectory.c_str()));
-    checkNxStatus("UF_CLONE_set_assoc_file_root_dir", UF_CLONE_set_assoc_file_root_dir(narrowDirectory.c_str()));
+    checkNxStatus("UF_CLONE_set_def_directory", UF_CLONE_set_def_directory(directory.c_str()));
+    checkNxStatus("UF_CLONE_set_assoc_file_root_dir", UF_CLONE_set_assoc_file_root_dir(directory.c_str()));
     checkNxStatus("UF_CLONE_set_family_treatment", UF_CLONE_set_family_treatment(familyTreatment));
     checkNxStatus("UF_CLONE_set_def_naming", UF_CLONE_set_def_naming(namingByRule));
     setNameRule();
@@ -97,16 +100,20 @@ void CloneSession::setNameRule() {
     report("UF_CLONE_set_name_rule", UF_CLONE_set_name_rule(&rule, failures_.get()));
 }
 
+/// Some releases take the command-line name alone.
 void CloneSession::add(const char* encodedName, bool isAssembly) {
+    if (addUnder(encodedName, isAssembly)) return;
+    const std::string commandLineName = commandLineNameOf(encodedName);
+    if (!commandLineName.empty()) addUnder(commandLineName.c_str(), isAssembly);
+}
+
+bool CloneSession::addUnder(const char* name, bool isAssembly) {
     LogDebug(LogLine(std::string("Adding managed NX ") + (isAssembly ? "assembly" : "part") + " to UF_CLONE export:")
-                 .quoted("encoded_name", nx::utf8FromLocale(encodedName))
+                 .quoted("encoded_name", nx::utf8FromLocale(name))
                  .text());
-    if (!isAssembly) {
-        checkNxStatus("UF_CLONE_add_part", UF_CLONE_add_part(encodedName));
-        return;
-    }
+    if (!isAssembly) return checkNxStatus("UF_CLONE_add_part", UF_CLONE_add_part(name));
     nx::LoadStatus loaded;
-    checkNxStatus("UF_CLONE_add_assembly", UF_CLONE_add_assembly(encodedName, loaded.get()));
+    return checkNxStatus("UF_CLONE_add_assembly", UF_CLONE_add_assembly(name, loaded.get()));
 }
 
 void CloneSession::perform() {
@@ -115,8 +122,20 @@ void CloneSession::perform() {
     report("UF_CLONE_perform_clone", UF_CLONE_perform_clone(failures_.get()));
 }
 
+/// The folder as the host's C interface takes it: in its code page, by the short form where that lacks a letter.
+std::string hostDirectory(const fs::path& directory) {
+    for (const fs::path& form : {directory, platform::shortPath(directory)}) {
+        if (auto text = nx::exactLocaleText(platform::utf8FromPath(form))) return *text;
+    }
+    throw std::runtime_error(
+        "NX cannot be given the folder for temporary files, because its name has letters that the system's code page "
+        "lacks. Set the environment variables TEMP and TMP to a folder with plain letters, such as C:/Temp, and "
+        "restart "
+        "NX.");
+}
+
 /// Runs the clone within the open bracket of the C interface and returns the part's number.
-std::string runClone(NXOpen::BasePart& part, const fs::path& directory) {
+std::string runClone(NXOpen::BasePart& part, const std::string& directory) {
     char encoded[MAX_FSPEC_BUFSIZE] = "";
     checkNxStatus("UF_PART_ask_part_name", UF_PART_ask_part_name(part.Tag(), encoded));
     ManagedPartName name;
@@ -144,7 +163,8 @@ class Leftovers {
 
     bool lack(const ExportedFile& file) const {
         const auto found = files_.find(file.path);
-        return found == files_.end() || found->second.size != file.size || found->second.written != file.written;
+        return found == files_.end() || found->second.facts.size != file.facts.size ||
+               found->second.facts.written != file.facts.written;
     }
 
  private:
@@ -173,8 +193,9 @@ std::string rootFile(const Subject& subject, const fs::path& directory, const Le
     }
     const FilesByPartNumber byNumber(files);
     if (const ExportedFile* named = byNumber.find(partNumber)) return platform::utf8FromPath(named->path);
-    const auto newest = std::max_element(
-        files.begin(), files.end(), [](const auto& left, const auto& right) { return left.written < right.written; });
+    const auto newest = std::max_element(files.begin(), files.end(), [](const auto& left, const auto& right) {
+        return left.facts.written < right.facts.written;
+    });
     std::string path = platform::utf8FromPath(newest->path);
     LogDebug(subject.line("Managed NX export did not find a file matching the part number; using newest exported file:")
                  .quoted("part_number", partNumber)
@@ -185,12 +206,11 @@ std::string rootFile(const Subject& subject, const fs::path& directory, const Le
 }
 
 bool ensureExists(const Subject& subject, const fs::path& directory) {
-    std::error_code error;
-    fs::create_directories(directory, error);
+    const std::error_code error = platform::createDirectories(directory);
     if (!error) return true;
     LogWarning(subject.lineWithMode("Managed NX export failed because the export directory could not be created:")
                    .quoted("directory", subject.directory)
-                   .quoted("error", error.message())
+                   .quoted("error", platform::errorText(error))
                    .text());
     return false;
 }
@@ -206,6 +226,7 @@ std::string exportManagedPart(NXOpen::BasePart* part, const ExportRun& run) {
     const fs::path directory = run.directory();
     const Subject subject{partLogLabel(part), mode, platform::utf8FromPath(directory)};
     if (!ensureExists(subject, directory)) return {};
+    const std::string directoryForHost = hostDirectory(directory);
     const Leftovers leftovers(directory);
     std::string partNumber;
     {
@@ -221,7 +242,7 @@ std::string exportManagedPart(NXOpen::BasePart* part, const ExportRun& run) {
                     .quoted("traceable_id", run.sessionKey())
                     .quoted("directory", subject.directory)
                     .text());
-        partNumber = runClone(*part, directory);
+        partNumber = runClone(*part, directoryForHost);
     }
     std::string file = rootFile(subject, directory, leftovers, partNumber);
     if (file.empty()) return {};

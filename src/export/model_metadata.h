@@ -14,6 +14,7 @@ struct ModelFileEntry {
     std::string uploadFileName;  ///< name under which the file is sent
     std::string sourceFileId;    ///< the part's traceable identifier
     std::string revision;        ///< its configured revision, "1" for a native part
+    bool isPartFamily = false;   ///< the part belongs to a part family
 };
 
 /// The displayed model. All texts are UTF-8. Built and refreshed on the host's thread; the upload worker reads it while
@@ -36,6 +37,7 @@ struct ModelMetadata {
     bool isManaged = false;
     bool hasUnsavedChanges = false;
     bool hasUnsupportedFileTypes = false;
+    bool hasUnloadedComponents = false;
     std::vector<ModelFileEntry> files;  ///< what an upload of a part or an assembly sends, root first
 };
 

@@ -2,11 +2,15 @@
 
 #include "logging/log.h"
 
+#include <string>
+
 namespace pivra {
 
-bool checkNxStatus(const std::string& operation, int status) {
+bool checkNxStatus(const char* operation, int status) noexcept {
     if (status == 0) return true;
-    logging::LogWarning(operation + " failed with NX status " + std::to_string(status) + ".");
+    logging::logBuilt(logging::LogLevel::warning, [&] {
+        return std::string(operation) + " failed with NX status " + std::to_string(status) + ".";
+    });
     return false;
 }
 

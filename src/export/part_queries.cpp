@@ -101,6 +101,14 @@ int decodeEncodedName(const char* encoded, ManagedPartName& name) {
     return status;
 }
 
+std::string commandLineNameOf(const char* encoded) {
+    char* name = nullptr;
+    const bool converted =
+        checkNxStatus("UF_UGMGR_convert_file_name_to_cli", UF_UGMGR_convert_file_name_to_cli(encoded, &name));
+    const nx::HostText owned(name);
+    return converted && owned ? owned.get() : "";
+}
+
 std::optional<ManagedPartName> decodeManagedPartName(NXOpen::BasePart* part) {
     const nx::UfSession session;
     if (!opened(session)) return std::nullopt;

@@ -43,6 +43,10 @@ std::optional<ManagedPartName> decodeManagedPartName(NXOpen::BasePart* part);
 /// whose bracket must be open; the pieces are empty when that is not 0.
 int decodeEncodedName(const char* encoded, ManagedPartName& name);
 
+/// The command-line form ("@DB/…") of the encoded name `encoded`, both in the host's code page; empty when the host
+/// gives none. The bracket of the C interface must be open.
+std::string commandLineNameOf(const char* encoded);
+
 /// Whether decodeManagedPartName() yields a name.
 bool isManagedPart(NXOpen::BasePart* part);
 

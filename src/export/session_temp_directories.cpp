@@ -4,6 +4,8 @@
 #include "logging/log.h"
 #include "logging/log_line.h"
 #include "platform/environment.h"
+#include "platform/error_text.h"
+#include "platform/files.h"
 #include "platform/remove_tree.h"
 #include "platform/temp_path.h"
 #include "platform/text_encoding.h"
@@ -11,6 +13,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <thread>
@@ -28,6 +31,8 @@ constexpr int allocationAttempts = 32;
 struct SessionState {
     std::optional<std::string> key;
     std::optional<std::string> directoryName;
+    /// Keeps the sweep of another session of the host from taking the directory.
+    std::shared_ptr<void> hold;
 };
 
 SessionState& state() {
@@ -66,16 +71,30 @@ void logRetained(const std::string& cleanup) {
     logging::LogDebug("Skipping " + cleanup + " because " + retainKey + " is true.");
 }
 
-void deleteTree(const fs::path& directory) {
-    const std::error_code error = platform::removeTree(directory);
-    if (!error) return;
-    logging::LogWarning(logging::LogLine("Temp directory could not be deleted and stays behind:")
+void logKept(logging::LogLevel level, const char* head, const fs::path& directory, const std::error_code& error) {
+    logging::Log(level, logging::LogLine(head)
                             .quoted("directory", platform::utf8FromPath(directory))
-                            .quoted("error", error.message())
+                            .quoted("error", platform::errorText(error))
                             .text());
 }
 
+void deleteTree(const fs::path& directory) {
+    const std::error_code error = platform::removeTree(directory);
+    if (!error) return;
+    logKept(logging::LogLevel::warning, "Temp directory could not be deleted and stays behind:", directory, error);
+}
+
+void sweepTree(const fs::path& directory) {
+    const std::error_code error = platform::removeTree(directory);
+    if (!error) return;
+    const bool isInUse = error.value() == platform::errorSharingViolation;
+    logKept(isInUse ? logging::LogLevel::debug : logging::LogLevel::warning,
+            isInUse ? "Temp directory is in use and stays:" : "Stale temp directory could not be deleted:", directory,
+            error);
+}
+
 void deleteCurrentUnlessRetained() {
+    state().hold.reset();
     if (retainTempFiles()) {
         logRetained("temp directory cleanup");
     } else {
@@ -85,14 +104,15 @@ void deleteCurrentUnlessRetained() {
 
 const fs::path& ensureExists(const fs::path& directory) {
     std::error_code error;
-    const fs::file_status status = fs::status(directory, error);
-    if (fs::is_directory(status)) return directory;
-    if (fs::exists(status)) throw std::runtime_error("Session temp path exists but is not a directory.");
-    if (status.type() != fs::file_type::not_found) {
-        throw std::runtime_error("Failed to check session temp directory existence.");
+    const auto kind = platform::pathKind(directory, error);
+    if (error) throw std::runtime_error("Failed to check session temp directory existence.");
+    if (kind == platform::PathKind::directory) return directory;
+    if (kind == platform::PathKind::other) {
+        throw std::runtime_error("Session temp path exists but is not a directory.");
     }
-    fs::create_directory(directory, error);
+    platform::createDirectory(directory, error);
     if (error) throw std::runtime_error("Failed to create session temp directory.");
+    state().hold = platform::holdDirectory(directory);
     return directory;
 }
 
@@ -107,10 +127,12 @@ std::string nextToken() {
 fs::path allocateDirectory() {
     for (int attempt = 0; attempt < allocationAttempts; ++attempt) {
         const std::string name = namePrefix + nextToken();
+        fs::path directory = baseDirectory() / name;
         std::error_code error;
-        if (!fs::create_directory(baseDirectory() / name, error) || error) continue;
+        if (!platform::createDirectory(directory, error)) continue;
         state().directoryName = name;
-        return baseDirectory() / name;
+        state().hold = platform::holdDirectory(directory);
+        return directory;
     }
     throw std::runtime_error("Unable to allocate a unique session temp directory.");
 }
@@ -124,7 +146,7 @@ bool isSessionDirectory(const fs::directory_entry& entry) {
 void deleteSessionDirectoriesIn(const fs::path& base) {
     std::error_code unreadable;
     for (fs::directory_iterator entry(base, unreadable); entry != fs::directory_iterator(); ++entry) {
-        if (isSessionDirectory(*entry)) deleteTree(entry->path());
+        if (isSessionDirectory(*entry)) sweepTree(entry->path());
     }
 }
 

@@ -19,8 +19,8 @@ std::filesystem::path sessionTempDirectory(const std::string& sessionKey);
 /// Deletes the current folder unless it is to be kept, and forgets it and its key. Never throws.
 void cleanupSessionTempDirectory() noexcept;
 
-/// Deletes the folders that earlier runs left behind: every folder beside the current one whose name begins with
-/// "pivra-", whatever its age. For the start of a run, before anything is exported. Throws
+/// Deletes the folders that earlier runs left behind: every folder whose name begins with "pivra-", whatever its age,
+/// but those that a session of the host holds, this one included. For the start of a run. Throws
 /// std::filesystem::filesystem_error when the folder cannot be read to its end.
 void cleanupStaleSessionTempDirectories();
 

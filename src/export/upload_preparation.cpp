@@ -89,6 +89,7 @@ void collectFiles(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadat
     if (isDrawing || hasExtension(metadata.exportedFile, ".pdf")) {
         metadata.files.clear();
         metadata.isAssembly = false;
+        metadata.hasUnloadedComponents = false;
         return;
     }
     collectUploadFiles(&part, metadata, run);

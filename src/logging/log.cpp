@@ -26,11 +26,6 @@ LogPlace& place() {
     return instance;
 }
 
-void createDirectories(const fs::path& directory) {
-    std::error_code ignored;
-    fs::create_directories(directory, ignored);
-}
-
 bool isSeparator(fs::path::value_type unit) {
     return unit == '/' || unit == '\\';
 }
@@ -75,7 +70,7 @@ std::string formatLine(LogLevel lineLevel, std::string_view text) {
 void appendLine(const fs::path& directory, const std::string& line) {
     const auto file = ResolveLogPath(directory, logFileName);
     if (file.empty()) return;
-    createDirectories(file.parent_path());
+    platform::createDirectories(file.parent_path());
     platform::appendToFile(file, line);
 }
 
@@ -149,7 +144,7 @@ void setCurrentLevel(LogLevel newLevel) {
 void setLogDirectory(const fs::path& directory) {
     const std::lock_guard lock(place().mutex);
     place().directory = directory;
-    if (!directory.empty()) createDirectories(directory);
+    if (!directory.empty()) platform::createDirectories(directory);
 }
 
 fs::path LogFilePath(const fs::path& fileName) {
@@ -161,7 +156,7 @@ bool IsLogFilePresent() {
     const std::lock_guard lock(place().mutex);
     const auto file = ResolveLogPath(place().directory, logFileName);
     std::error_code ignored;
-    return !file.empty() && fs::exists(file, ignored);
+    return !file.empty() && platform::pathKind(file, ignored) != platform::PathKind::missing;
 }
 
 fs::path ResolveLogPath(const fs::path& base, const fs::path& value) {

@@ -24,6 +24,17 @@ void LogWarning(std::string_view text);
 void LogError(std::string_view text);
 void Log(LogLevel level, std::string_view text);
 
+/// Writes the line that `build` returns; a line that cannot be built, for lack of memory, is lost. For destructors and
+/// other functions that must not throw.
+template <typename Build>
+void logBuilt(LogLevel level, Build build) noexcept {
+    try {
+        Log(level, build());
+    } catch (...) {
+        // Nobody who logs can do anything about it.
+    }
+}
+
 /// Writes one line whatever the current level is. For what is said about the level itself.
 void logUnfiltered(LogLevel level, std::string_view text);
 

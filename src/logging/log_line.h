@@ -18,7 +18,7 @@ class LogLine {
     LogLine& plain(std::string_view name, std::string_view value);
     LogLine& flag(std::string_view name, bool value);
     LogLine& number(std::string_view name, std::integral auto value) { return plain(name, std::to_string(value)); }
-    /// A plain decimal number, as a stream prints it (up to six significant digits, no trailing zeros).
+    /// A plain decimal number, however small: up to six significant digits, no trailing zeros, no exponent.
     LogLine& decimal(std::string_view name, double value);
 
     /// The line with `end` behind the last field.

@@ -1,8 +1,11 @@
 // Text to and from the host: UTF-8 on our side, the host's string class or its code page on its side.
 #pragma once
 
+#include <uf.h>
 #include <NXOpen/NXString.hxx>
 
+#include <memory>
+#include <optional>
 #include <string>
 
 namespace nx {
@@ -29,5 +32,19 @@ inline std::string localeText(const std::string& text) {
     const char* value = converted.GetLocaleText();
     return value != nullptr ? value : "";
 }
+
+/// The same when it reads back as `text`; nothing when the host's code page lacks a letter of it.
+inline std::optional<std::string> exactLocaleText(const std::string& text) {
+    std::string narrow = localeText(text);
+    if (utf8FromLocale(narrow.c_str()) != text) return std::nullopt;
+    return narrow;
+}
+
+struct HostFree {
+    void operator()(char* text) const { UF_free(text); }
+};
+
+/// Text that the C interface allocated for its caller.
+using HostText = std::unique_ptr<char, HostFree>;
 
 }  // namespace nx

@@ -5,7 +5,10 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
+#include <optional>
 #include <string_view>
+#include <system_error>
 
 namespace platform {
 
@@ -14,8 +17,8 @@ namespace platform {
 /// during the call. Returns false when it cannot be opened or written. Any thread; never throws.
 bool appendToFile(const std::filesystem::path& file, std::string_view bytes) noexcept;
 
-/// Copies `from` to `to`, replacing an existing file (`CopyFileW`). Any thread. Throws
-/// std::filesystem::filesystem_error of the operation "copy_file" with both paths.
+/// Copies `from` to `to`, replacing an existing file (`CopyFileW`). The copy can be written to, also when `from`
+/// cannot. Any thread. Throws std::filesystem::filesystem_error of the operation "copy_file" with both paths.
 void copyFile(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Size of `file` in bytes. Any thread. Throws std::filesystem::filesystem_error of the operation "file_size".
@@ -27,8 +30,38 @@ using FileTime = std::chrono::system_clock::time_point;
 /// Last write time of `file`. Any thread. Throws std::filesystem::filesystem_error of the operation "last_write_time".
 FileTime lastWriteTime(const std::filesystem::path& file);
 
-/// True for an ordinary file: it exists and is no directory, symbolic link, mount point or other reparse point. False
-/// as well when its status cannot be read. Any thread; fails for lack of memory alone.
+/// True for an ordinary file: it exists and is no directory, symbolic link or mount point. False as well when its
+/// status cannot be read. Any thread; fails for lack of memory alone.
 bool isRegularFile(const std::filesystem::path& file);
+
+/// What is asked of a file that an export made or an upload sends.
+struct FileFacts {
+    std::uintmax_t size = 0;  ///< bytes
+    FileTime written;
+};
+
+/// The facts of the ordinary file `file`; absent when there is none, also when it vanishes while it is asked. Throws as
+/// fileSizeBytes() and lastWriteTime() for a file that is there and cannot be asked. Any thread.
+std::optional<FileFacts> fileFacts(const std::filesystem::path& file);
+
+/// What there is of a name, links followed.
+enum class PathKind { missing, directory, other };
+
+/// What `path` names; `error` is set, and the answer means nothing, when the system does not tell. Any thread.
+PathKind pathKind(const std::filesystem::path& path, std::error_code& error);
+
+/// Makes the folder `directory`, whose parent exists. Returns whether it was made; false without an error when there is
+/// a folder or a file of that name already. Any thread.
+bool createDirectory(const std::filesystem::path& directory, std::error_code& error);
+
+/// Makes the folder `directory` and those above it that are missing. No error when it is there already. Any thread.
+std::error_code createDirectories(const std::filesystem::path& directory);
+
+/// The short form of the existing `path`, in plain letters; `path` itself where the file system keeps none. Any thread.
+std::filesystem::path shortPath(const std::filesystem::path& path);
+
+/// Keeps the folder `directory` from being deleted or renamed, by this process as well, until the result is let go.
+/// Null when it cannot be opened. Any thread.
+std::shared_ptr<void> holdDirectory(const std::filesystem::path& directory);
 
 }  // namespace platform

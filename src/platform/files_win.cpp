@@ -1,6 +1,8 @@
 #include <platform/extended_path_win.h>
 #include <platform/files.h>
+#include <platform/growing_buffer.h>
 #include <platform/last_error.h>
+#include <platform/reparse_point_win.h>
 #include <platform/windows_ticks.h>
 
 #include <windows.h>
@@ -20,19 +22,26 @@ WIN32_FILE_ATTRIBUTE_DATA attributesOf(const fs::path& file, const char* operati
 
 }  // namespace
 
-bool appendToFile(const fs::path& file, std::string_view bytes) noexcept {
-    const HANDLE handle = CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                      OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+bool appendToFile(const fs::path& file, std::string_view bytes) noexcept try {
+    const HANDLE handle = CreateFileW(extendedPath(file).c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle == INVALID_HANDLE_VALUE) return false;
     DWORD written = 0;
     const bool succeeded = WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != 0;
     CloseHandle(handle);
     return succeeded && written == bytes.size();
+} catch (...) {
+    return false;  // no memory for the name
 }
 
 void copyFile(const fs::path& from, const fs::path& to) {
     if (!CopyFileW(extendedPath(from).c_str(), extendedPath(to).c_str(), FALSE)) {
         throw fs::filesystem_error("copy_file", from, to, lastError());
+    }
+    const auto copy = extendedPath(to);
+    const DWORD attributes = GetFileAttributesW(copy.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        SetFileAttributesW(copy.c_str(), attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
     }
 }
 
@@ -48,9 +57,59 @@ FileTime lastWriteTime(const fs::path& file) {
 }
 
 bool isRegularFile(const fs::path& file) {
-    const DWORD attributes = GetFileAttributesW(extendedPath(file).c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES &&
-           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == 0;
+    const auto name = extendedPath(file);
+    const DWORD attributes = GetFileAttributesW(name.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
+           !isLink(attributes, reparseTag(name));
+}
+
+PathKind pathKind(const fs::path& path, std::error_code& error) {
+    error.clear();
+    const DWORD attributes = GetFileAttributesW(extendedPath(path).c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? PathKind::directory : PathKind::other;
+    }
+    error = lastError();
+    if (error.value() == ERROR_FILE_NOT_FOUND || error.value() == ERROR_PATH_NOT_FOUND) error.clear();
+    return PathKind::missing;
+}
+
+bool createDirectory(const fs::path& directory, std::error_code& error) {
+    error.clear();
+    if (CreateDirectoryW(extendedPath(directory).c_str(), nullptr)) return true;
+    if (GetLastError() != ERROR_ALREADY_EXISTS) error = lastError();
+    return false;
+}
+
+std::error_code createDirectories(const fs::path& directory) {
+    std::error_code error;
+    if (createDirectory(directory, error)) return {};
+    if (error.value() == ERROR_PATH_NOT_FOUND && directory.has_relative_path()) {
+        error = createDirectories(directory.parent_path());
+        if (!error) createDirectory(directory, error);
+    }
+    if (!error && pathKind(directory, error) == PathKind::other) {
+        error = std::error_code(ERROR_ALREADY_EXISTS, std::system_category());
+    }
+    return error;
+}
+
+fs::path shortPath(const fs::path& path) {
+    const auto name = path.native();
+    const auto form = readMeasuringCall([&](wchar_t* buffer, std::size_t size) -> std::optional<std::size_t> {
+        const DWORD length = GetShortPathNameW(name.c_str(), buffer, static_cast<DWORD>(size));
+        return length != 0 ? std::optional<std::size_t>(length) : std::nullopt;
+    });
+    return form ? fs::path(*form) : path;
+}
+
+std::shared_ptr<void> holdDirectory(const fs::path& directory) {
+    // Without FILE_SHARE_DELETE; open to all other use.
+    const HANDLE handle =
+        CreateFileW(extendedPath(directory).c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) return nullptr;
+    return {handle, CloseHandle};
 }
 
 }  // namespace platform

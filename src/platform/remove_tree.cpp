@@ -14,6 +14,10 @@ std::error_code unlessGone(std::error_code error) {
     return gone ? std::error_code() : error;
 }
 
+bool worthAnotherPass(std::error_code error) {
+    return error.value() == errorDirectoryNotEmpty || error.value() == errorAccessDenied;
+}
+
 std::error_code removeOnce(const std::filesystem::path& directory, const TreeOperations& operations);
 
 std::error_code removeEntry(const DirectoryEntry& entry, const TreeOperations& operations) {
@@ -30,14 +34,13 @@ std::error_code removeEntry(const DirectoryEntry& entry, const TreeOperations& o
 std::error_code removeOnce(const std::filesystem::path& directory, const TreeOperations& operations) {
     const auto error = unlessGone(operations.removeDirectory(directory));
     if (error.value() != errorDirectoryNotEmpty) return error;
+    std::error_code kept;
     for (const auto& entry : operations.list(directory)) {
-        if (const auto entryError = removeEntry(entry, operations)) return entryError;
+        const auto entryError = removeEntry(entry, operations);
+        if (entryError && !worthAnotherPass(entryError)) return entryError;
+        if (entryError) kept = entryError;
     }
-    return unlessGone(operations.removeDirectory(directory));
-}
-
-bool worthAnotherPass(std::error_code error) {
-    return error.value() == errorDirectoryNotEmpty || error.value() == errorAccessDenied;
+    return kept ? kept : unlessGone(operations.removeDirectory(directory));
 }
 
 }  // namespace

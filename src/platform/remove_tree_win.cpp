@@ -1,8 +1,7 @@
 #include <platform/extended_path_win.h>
 #include <platform/last_error.h>
 #include <platform/remove_tree.h>
-
-#include <windows.h>
+#include <platform/reparse_point_win.h>
 
 #include <memory>
 #include <string_view>
@@ -32,8 +31,8 @@ std::error_code removeDirectory(const fs::path& directory) {
     return removeWith(&RemoveDirectoryW, directory);
 }
 
-EntryKind kindOf(DWORD attributes) {
-    const bool link = (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+EntryKind kindOf(DWORD attributes, DWORD tag) {
+    const bool link = isLink(attributes, tag);
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return link ? EntryKind::directoryLink : EntryKind::directory;
     return link ? EntryKind::fileLink : EntryKind::file;
 }
@@ -46,7 +45,8 @@ struct SearchCloser {
 std::vector<DirectoryEntry> list(const fs::path& directory) {
     const auto name = extendedPath(directory);
     const DWORD attributes = GetFileAttributesW(name.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES || kindOf(attributes) != EntryKind::directory) return {};
+    if (attributes == INVALID_FILE_ATTRIBUTES) return {};
+    if (kindOf(attributes, reparseTag(name)) != EntryKind::directory) return {};
     WIN32_FIND_DATAW found{};
     const HANDLE handle = FindFirstFileExW((name + L"\\*").c_str(), FindExInfoBasic, &found, FindExSearchNameMatch,
                                            nullptr, FIND_FIRST_EX_LARGE_FETCH);
@@ -56,7 +56,7 @@ std::vector<DirectoryEntry> list(const fs::path& directory) {
     do {
         const std::wstring_view entryName = found.cFileName;
         if (entryName == L"." || entryName == L"..") continue;
-        entries.push_back({name + L'\\' + found.cFileName, kindOf(found.dwFileAttributes)});
+        entries.push_back({name + L'\\' + found.cFileName, kindOf(found.dwFileAttributes, found.dwReserved0)});
     } while (FindNextFileW(search.get(), &found));
     return entries;
 }

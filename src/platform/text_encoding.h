@@ -21,4 +21,8 @@ std::string fileSystemTextFromPath(const std::filesystem::path& path);
 /// The path that `text` names in the process's file-system code page. Throws as fileSystemTextFromPath(). Any thread.
 std::filesystem::path pathFromFileSystemText(std::string_view text);
 
+/// Text that the system or a library made, in UTF-8: what is valid UTF-8 stays as it is, other bytes are taken for
+/// letters of the system's code page. Any thread.
+std::string utf8FromSystemText(std::string_view text);
+
 }  // namespace platform

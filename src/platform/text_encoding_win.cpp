@@ -1,4 +1,5 @@
 #include <platform/text_encoding.h>
+#include <platform/utf8.h>
 
 #include <windows.h>
 
@@ -71,6 +72,21 @@ std::string fileSystemTextFromPath(const std::filesystem::path& path) {
 
 std::filesystem::path pathFromFileSystemText(std::string_view text) {
     return widen(text, fileSystemCodePage(), MB_ERR_INVALID_CHARS);
+}
+
+std::string utf8FromSystemText(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        std::size_t length = utf8CharacterLength(text);
+        if (length > 0) {
+            result += text.substr(0, length);
+        } else {
+            length = IsDBCSLeadByte(static_cast<BYTE>(text.front())) && text.size() > 1 ? 2 : 1;
+            result += narrow(widen(text.substr(0, length), CP_ACP, 0), CP_UTF8, 0, nullptr);
+        }
+        text.remove_prefix(length);
+    }
+    return result;
 }
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include "service/auth_session.h"
 
-#include "service/failure_message.h"
+#include "logging/log.h"
+#include "platform/error_text.h"
 #include "service/sign_in_flow.h"
 
 #include <stdexcept>
@@ -83,7 +84,9 @@ SignInStartResult AuthSession::startSignIn(const AuthClientCallbacks& client, co
     try {
         return {SignInStatus::started, beginFlow(client, system, generation)};
     } catch (...) {
-        std::string message = service::failureMessage("Failed to start the Pivra authentication flow.");
+        constexpr const char* noDetails = "Failed to start the Pivra authentication flow.";
+        std::string message = platform::currentErrorText(noDetails);
+        logging::LogError("Sign-in could not be started: " + platform::currentErrorChain(noDetails));
         const std::lock_guard lock(state_->mutex);
         state_->pendingMessage = std::move(message);
         state_->inProgress = false;

@@ -1,6 +1,6 @@
 #include "service/sign_in_flow.h"
 
-#include "service/failure_message.h"
+#include "platform/error_text.h"
 
 #include <stdexcept>
 #include <utility>
@@ -47,7 +47,7 @@ void runSignInFlow(const SignInFlow& flow, const AuthClientCallbacks& client) {
     try {
         commit(flow, awaitBrowser(client));
     } catch (...) {
-        std::string message = service::failureMessage("Unknown error while waiting for authentication to complete.");
+        std::string message = platform::currentErrorText("Unknown error while waiting for authentication to complete.");
         finish(flow, [&message](SessionSharedState& state) { state.pendingMessage = std::move(message); });
     }
 }

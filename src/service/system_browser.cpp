@@ -2,6 +2,8 @@
 
 #include "config/properties.h"
 
+#include <algorithm>
+#include <exception>
 #include <stdexcept>
 #include <utility>
 
@@ -9,12 +11,23 @@ namespace auth {
 
 bool isWebAddress(std::string_view address) {
     const std::string lowered = config::toLower(address);
-    return lowered.starts_with("http://") || lowered.starts_with("https://");
+    return (lowered.starts_with("http://") || lowered.starts_with("https://")) &&
+           std::all_of(address.begin(), address.end(), [](char c) { return c > ' ' && c < 0x7F && c != '"'; });
 }
 
-void openSystemBrowser(const std::string& address, const std::function<int(const std::string&)>& shell) {
-    if (!isWebAddress(address) || shell(address) <= platform::shellFailureLimit) {
-        throw std::runtime_error("Failed to launch the system browser for Pivra authentication.");
+void openInBrowser(const std::string& address, const Shell& shell) {
+    if (!isWebAddress(address)) throw std::runtime_error("the address is no web address");
+    const int result = shell(address);
+    if (result <= platform::shellFailureLimit) {
+        throw std::runtime_error("the shell's result is " + std::to_string(result));
+    }
+}
+
+void openSystemBrowser(const std::string& address, const Shell& shell) {
+    try {
+        openInBrowser(address, shell);
+    } catch (...) {
+        std::throw_with_nested(std::runtime_error("Failed to launch the system browser for Pivra authentication."));
     }
 }
 

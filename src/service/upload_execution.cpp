@@ -1,7 +1,7 @@
 #include "service/upload_execution.h"
 
+#include "platform/error_text.h"
 #include "platform/file_names.h"
-#include "service/failure_message.h"
 
 #include <algorithm>
 #include <utility>
@@ -86,7 +86,9 @@ void send(UploadExecutionResult& result, const ModelMetadata& metadata, UploadFi
 std::vector<cpp_piv::CppPivUploadFile> filesToSend(const ModelMetadata& metadata) {
     UploadFiles files;
     for (const ModelFileEntry& entry : metadata.files) {
-        files.push_back({entry.uploadPath, entry.uploadFileName, entry.sourceFileId, entry.revision});
+        files.push_back({entry.uploadPath, entry.uploadFileName,
+                         revisionLookupKey(entry.sourceFileId, entry.uploadFileName, entry.isPartFamily),
+                         entry.revision});
     }
     if (files.empty() && !metadata.isAssembly) {
         files.push_back(
@@ -112,7 +114,7 @@ UploadExecutionResult executeUpload(std::int64_t workspaceId, const std::vector<
         result.message = obstacle(metadata, files, token, callbacks);
         if (result.message.empty()) send(result, metadata, std::move(files), token, callbacks);
     } catch (...) {
-        result.message = service::failureMessage(failedWithoutDetails);
+        result.message = platform::currentErrorText(failedWithoutDetails);
     }
     return result;
 }

@@ -23,10 +23,10 @@ struct UploadExecutionResult {
     std::string message;  ///< for the user, when the upload did not succeed
 };
 
-/// The files that an upload of `metadata` sends, in order. The collected files stand as they were collected, the root
-/// under revisionLookupKey() and its members under their own identifiers; an entry's path may be empty. Without them
-/// the exported file goes alone and under its own name, since a drawing goes up as the PDF that it became and not under
-/// the part's name. An assembly never goes without its collected files: its root alone would pass for the whole.
+/// The files that an upload of `metadata` sends, in order. The collected files stand as they were collected, each under
+/// its own revisionLookupKey(), the root under the one that the dialogs ask for; an entry's path may be empty. Without
+/// them the exported file goes alone and under its own name, since a drawing goes up as the PDF that it became and not
+/// under the part's name. An assembly never goes without its collected files: its root alone would pass for the whole.
 std::vector<cpp_piv::CppPivUploadFile> filesToSend(const ModelMetadata& metadata);
 
 /// Checks that everything is in place and uploads into the workspace's root directory. Worker thread: waits for the

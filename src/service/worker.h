@@ -2,12 +2,13 @@
 #pragma once
 
 #include "platform/detached_thread.h"
+#include "platform/thread_id.h"
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <system_error>
-#include <thread>
 #include <utility>
 
 namespace auth {
@@ -18,7 +19,7 @@ class Worker {
     /// Starts a thread that runs `task`; an exception that leaves `task` ends there. Throws std::system_error when no
     /// thread can be started.
     explicit Worker(std::function<void()> task)
-        : id_(platform::runDetached([ended = ended_, task = std::move(task)] {
+        : number_(platform::runDetached([ended = ended_, task = std::move(task)] {
               try {
                   task();
               } catch (...) {
@@ -32,7 +33,7 @@ class Worker {
     /// True when the task has returned; join() then does not wait.
     bool ended() const { return ended_->load(); }
     /// True on the worker's own thread.
-    bool isCaller() const { return id_ == std::this_thread::get_id(); }
+    bool isCaller() const { return number_ == platform::currentThreadId(); }
     /// Waits for the task. Throws std::system_error (resource_deadlock_would_occur) on the worker's own thread.
     void join() const {
         if (isCaller()) throw std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur));
@@ -41,7 +42,7 @@ class Worker {
 
  private:
     const std::shared_ptr<std::atomic<bool>> ended_ = std::make_shared<std::atomic<bool>>(false);
-    const std::thread::id id_;
+    const std::uint32_t number_;
 };
 
 }  // namespace auth

@@ -1,7 +1,7 @@
 #include "service/workspaces.h"
 
+#include "platform/error_text.h"
 #include "platform/file_names.h"
-#include "service/failure_message.h"
 
 #include <algorithm>
 
@@ -31,7 +31,7 @@ WorkspaceLoadResult loadWorkspaces(const auth::AuthSession& session, const Works
             result.succeeded = true;
         }
     } catch (...) {
-        result.message = service::failureMessage(failedWithoutDetails);
+        result.message = platform::currentErrorText(failedWithoutDetails);
     }
     return result;
 }
@@ -64,17 +64,20 @@ RevisionLookupResult lookupRevision(std::int64_t selectedIdentifier,
                                                       metadata.revision, {}, false, true, metadata.isAssembly, true);
         result.matchesLatest = !revisions.empty();
     } catch (...) {
-        result.message = service::failureMessage("Revision lookup failed.");
+        result.message = platform::currentErrorText("Revision lookup failed.");
     }
     return result;
 }
 
-std::string revisionLookupKey(const ModelMetadata& metadata) {
-    const std::string& identifier = metadata.sourceFileId;
-    if (!metadata.isPartFamily || identifier.empty()) return identifier;
-    const std::string stem = platform::fileStem(metadata.fileName);
+std::string revisionLookupKey(const std::string& sourceFileId, const std::string& fileName, bool isPartFamily) {
+    if (!isPartFamily || sourceFileId.empty()) return sourceFileId;
+    const std::string stem = platform::fileStem(fileName);
     const std::string suffix = "_" + stem;
-    return stem.empty() || identifier.ends_with(suffix) ? identifier : identifier + suffix;
+    return stem.empty() || sourceFileId.ends_with(suffix) ? sourceFileId : sourceFileId + suffix;
+}
+
+std::string revisionLookupKey(const ModelMetadata& metadata) {
+    return revisionLookupKey(metadata.sourceFileId, metadata.fileName, metadata.isPartFamily);
 }
 
 }  // namespace pivra

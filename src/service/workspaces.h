@@ -57,8 +57,10 @@ RevisionLookupResult lookupRevision(std::int64_t selectedIdentifier,
                                     const auth::AuthSession& session, const ModelMetadata& metadata,
                                     const WorkspaceServiceCallbacks& callbacks);
 
-/// The identifier under which the service keeps the file: `sourceFileId`, and for a member of a part family the stem of
-/// its file name behind it, so that each member is a file of its own.
+/// The identifier under which the service keeps a file: `sourceFileId`, and for a member of a part family the stem of
+/// `fileName` behind it, so that each member is a file of its own wherever it is sent from.
+std::string revisionLookupKey(const std::string& sourceFileId, const std::string& fileName, bool isPartFamily);
+/// That of the displayed part.
 std::string revisionLookupKey(const ModelMetadata& metadata);
 
 }  // namespace pivra

@@ -2,12 +2,16 @@
 
 #include "logging/log.h"
 #include "logging/log_line.h"
+#include "nx/text.h"
+#include "platform/error_text.h"
+#include "platform/module.h"
+#include "platform/text_encoding.h"
 #include "ui/callback_guard.h"
 
+#include <NXOpen/BlockStyler_CompositeBlock.hxx>
 #include <NXOpen/UI.hxx>
 
 #include <stdexcept>
-#include <string>
 
 namespace ui {
 
@@ -15,10 +19,23 @@ void BlockDialogWindow::show() noexcept {
     guardRun([this] { showModally(); });
 }
 
-void BlockDialogWindow::showModally() {
-    auto* host = NXOpen::UI::GetUI();
-    if (host != nullptr) dialog_.reset(host->CreateDialog(layout_));
+void BlockDialogWindow::create() {
+    if (auto* host = NXOpen::UI::GetUI()) {
+        const auto error = platform::errorOf([&] { dialog_.reset(host->CreateDialog(layout_)); });
+        if (dialog_) return;
+        logging::LogWarning(
+            logging::LogLine("NX did not find a layout by its name; the one beside the plug-in is taken:")
+                .quoted("layout", layout_)
+                .quoted("error", error.value_or(""))
+                .text());
+        const auto file = platform::utf8FromPath(platform::moduleDirectory() / layout_);
+        dialog_.reset(host->CreateDialog(nx::toHost(file)));
+    }
     if (!dialog_) throw std::runtime_error(std::string("NX could not create the dialog ") + layout_ + ".");
+}
+
+void BlockDialogWindow::showModally() {
+    create();
 
     struct Closing {
         ~Closing() {
@@ -32,10 +49,54 @@ void BlockDialogWindow::showModally() {
     dialog_->AddInitializeHandler(NXOpen::make_callback(this, &BlockDialogWindow::initialize_cb));
     dialog_->AddDialogShownHandler(NXOpen::make_callback(this, &BlockDialogWindow::dialogShown_cb));
     dialog_->AddUpdateHandler(NXOpen::make_callback(this, &BlockDialogWindow::update_cb));
+    windowBefore_ = platform::activeWindow();
     dialog_->Show();
 }
 
-void BlockDialogWindow::warnOfMissing(const char* blockId) const {
+NXOpen::BlockStyler::UIBlock* BlockDialogWindow::findBlock(const char* blockId) {
+    auto* top = dialog_->TopBlock();
+    return top != nullptr ? top->FindBlock(blockId) : nullptr;
+}
+
+std::unique_ptr<NXOpen::BlockStyler::PropertyList> BlockDialogWindow::propertiesOf(const char* blockId) {
+    if (findBlock(blockId) != nullptr) return std::unique_ptr<PropertyList>(dialog_->GetBlockProperties(blockId));
+    warnOfMissing(blockId);
+    return nullptr;
+}
+
+void BlockDialogWindow::setText(const char* blockId, const char* property, const std::string& text) {
+    if (const auto properties = propertiesOf(blockId)) properties->SetString(property, nx::toHost(text));
+}
+
+void BlockDialogWindow::setLabel(const char* blockId, const std::string& text) {
+    setText(blockId, "Label", text);
+}
+
+void BlockDialogWindow::setBitmap(const char* blockId, const std::string& file) {
+    setText(blockId, "Bitmap", file);
+}
+
+void BlockDialogWindow::setTooltip(const char* blockId, const std::string& text) {
+    setText(blockId, "BalloonTooltipText", text);
+}
+
+void BlockDialogWindow::setVisible(const char* blockId, bool visible) {
+    if (const auto properties = propertiesOf(blockId)) properties->SetLogical("Show", visible);
+}
+
+std::optional<EnumerationValue> BlockDialogWindow::enumerationValue(const char* blockId) {
+    const auto properties = propertiesOf(blockId);
+    if (!properties) return std::nullopt;
+    return EnumerationValue{nx::utf8(properties->GetEnumAsString("Value")), properties->GetEnum("Value")};
+}
+
+platform::WindowHandle BlockDialogWindow::ownWindow() const {
+    const auto window = platform::activeWindow();
+    return window == windowBefore_ ? nullptr : window;
+}
+
+void BlockDialogWindow::warnOfMissing(const char* blockId) {
+    if (!missingBlocks_.insert(blockId).second) return;
     logging::LogWarning(
         logging::LogLine("NX dialog lacks a block:").quoted("layout", layout_).quoted("block", blockId).text());
 }

@@ -1,24 +1,33 @@
 #include "ui/callback_guard.h"
 
-#include "service/failure_message.h"
+#include "logging/log.h"
+#include "platform/error_text.h"
 #include "ui/message_box.h"
 
 namespace ui {
+namespace {
 
-void guardCallback(const std::function<void()>& callback) noexcept {
+void guard(const std::function<void()>& action, void (*show)(const std::string&)) noexcept {
     try {
-        callback();
+        action();
     } catch (...) {
-        showFailureMessage(service::failureMessage(unknownError));
+        try {
+            show(platform::currentErrorText(unknownError));
+        } catch (...) {
+            // No memory for the text.
+            logging::LogError(unknownError);
+        }
     }
 }
 
+}  // namespace
+
+void guardCallback(const std::function<void()>& callback) noexcept {
+    guard(callback, showFailureMessage);
+}
+
 void guardRun(const std::function<void()>& run) noexcept {
-    try {
-        run();
-    } catch (...) {
-        showExceptionMessage(service::failureMessage(unknownError));
-    }
+    guard(run, showExceptionMessage);
 }
 
 }  // namespace ui

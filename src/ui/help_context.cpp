@@ -28,18 +28,25 @@ HelpMap& helpMap() {
     return map;
 }
 
-void warnOfStatus(const std::string& call, const std::string& subject, int status) {
-    if (status != 0) logging::LogWarning(call + " failed for " + subject + " with status " + std::to_string(status));
+void warnOfStatus(const char* call, const char* subject, int status) noexcept {
+    if (status == 0) return;
+    logging::logBuilt(logging::LogLevel::warning, [&] {
+        return std::string(call) + " failed for " + subject + " with status " + std::to_string(status);
+    });
+}
+
+void warnOfRefusal(const char* head) noexcept {
+    logging::logBuilt(logging::LogLevel::warning, [&] { return std::string(head) + contextName; });
 }
 
 bool push() {
     auto& map = helpMap();
     const nx::UfSession session;
     if (!session) {
-        logging::LogWarning(std::string("UF_initialize failed; cannot configure help context for ") + contextName);
+        warnOfRefusal("UF_initialize failed; cannot configure help context for ");
         return false;
     }
-    warnOfStatus("UF_HELP_load_map_file", map.shownPath, UF_HELP_load_map_file(map.narrowPath.data()));
+    warnOfStatus("UF_HELP_load_map_file", map.shownPath.c_str(), UF_HELP_load_map_file(map.narrowPath.data()));
     const int status = UF_HELP_push_primary_context(contextName);
     warnOfStatus("UF_HELP_push_primary_context", contextName, status);
     return status == 0;
@@ -58,10 +65,7 @@ bool PushHelpContext() noexcept {
 
 void PopHelpContext() noexcept {
     const nx::UfSession session;
-    if (!session) {
-        logging::LogWarning(std::string("UF_initialize failed; cannot restore help context for ") + contextName);
-        return;
-    }
+    if (!session) return warnOfRefusal("UF_initialize failed; cannot restore help context for ");
     warnOfStatus("UF_HELP_pop_context", contextName, UF_HELP_pop_context());
 }
 

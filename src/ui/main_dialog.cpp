@@ -2,10 +2,9 @@
 
 #include "logging/log.h"
 #include "nx/text.h"
+#include "platform/error_text.h"
 #include "platform/window.h"
-#include "service/failure_message.h"
 #include "ui/block_dialog_window.h"
-#include "ui/block_properties.h"
 #include "ui/callback_guard.h"
 #include "ui/main_dialog_text.h"
 #include "ui/message_box.h"
@@ -66,36 +65,36 @@ class MainDialogWindow final : public BlockDialogWindow {
             state_.metadata = actions_.readMetadata();
             blockingMessage_ = blockingMessage(*state_.metadata);
         } catch (...) {
-            blockingMessage_ = service::failureMessage(unknownError);
+            blockingMessage_ = platform::currentErrorText(unknownError);
             ShowErrorMessage(blockingMessage_);
         }
     }
 
     void showModel() {
         const auto name = fileNameLine(state_.metadata->fileName);
-        setLabel(dialog(), "fileName", name.text);
-        setTooltip(dialog(), "fileName", name.tooltip);
-        setLabel(dialog(), "fileSize", sizeLine(*state_.metadata));
-        setBitmap(dialog(), "fileSize", fileIcon(*state_.metadata));
-        setLabel(dialog(), "lastModified", lastModifiedLine(*state_.metadata));
+        setLabel("fileName", name.text);
+        setTooltip("fileName", name.tooltip);
+        setLabel("fileSize", sizeLine(*state_.metadata));
+        setBitmap("fileSize", fileIcon(*state_.metadata));
+        setLabel("lastModified", lastModifiedLine(*state_.metadata));
     }
 
     void showUser() {
         const auto name = actions_.userName();
         const auto email = actions_.userEmail();
-        if (!name.empty()) setLabel(dialog(), "userGreeting", greeting(name));
-        if (!email.empty()) setLabel(dialog(), "emailLabel", email);
-        setLabel(dialog(), "versionLabel", versionText());
+        if (!name.empty()) setLabel("userGreeting", greeting(name));
+        if (!email.empty()) setLabel("emailLabel", email);
+        setLabel("versionLabel", versionText());
     }
 
     void showWarnings() {
         const bool willBeFixed = blockingMessage_.empty() && actions_.fixLegacyIdEnabled();
         for (const auto& warning : partWarnings(*state_.metadata, state_.isDrawing, willBeFixed)) {
-            setLabel(dialog(), warning.label, warning.text);
-            setVisible(dialog(), warning.group, warning.shown);
+            setLabel(warning.label, warning.text);
+            setVisible(warning.group, warning.shown);
         }
-        setLabel(dialog(), "targetWarning", matchesLatestWarning);
-        setVisible(dialog(), "targetWarningGroup", false);
+        setLabel("targetWarning", matchesLatestWarning);
+        setVisible("targetWarningGroup", false);
     }
 
     void fillWorkspaces() {
@@ -118,7 +117,7 @@ class MainDialogWindow final : public BlockDialogWindow {
 
     const cpp_piv::CppPivWorkspace* selectedWorkspace() {
         if (state_.workspaces->empty()) return nullptr;
-        const auto value = enumerationValue(dialog(), "workspaceList");
+        const auto value = enumerationValue("workspaceList");
         if (!value) return nullptr;
         const auto index = selectedIndex(namesOf(*state_.workspaces), value->text, value->number);
         return index ? &(*state_.workspaces)[*index] : nullptr;
@@ -128,7 +127,7 @@ class MainDialogWindow final : public BlockDialogWindow {
         state_.revisionLookup.reset();
         const auto* workspace = selectedWorkspace();
         if (workspace != nullptr && !state_.metadata->sourceFileId.empty()) lookUpRevision(workspace->id);
-        setVisible(dialog(), "targetWarningGroup", state_.revisionLookup && state_.revisionLookup->matchesLatest);
+        setVisible("targetWarningGroup", state_.revisionLookup && state_.revisionLookup->matchesLatest);
     }
 
     void lookUpRevision(std::int64_t workspaceId) {
@@ -138,11 +137,12 @@ class MainDialogWindow final : public BlockDialogWindow {
     }
 
     void signOut() {
-        const auto window = platform::activeWindow();
+        const auto window = ownWindow();
         state_.selectedWorkspaceId.reset();
         try {
             actions_.signOut();
         } catch (...) {
+            logging::LogError("Signing out failed: " + platform::currentErrorChain(unknownError));
             ShowErrorMessage(signOutFailed);
             if (actions_.isSignedIn()) return;
         }
@@ -150,7 +150,7 @@ class MainDialogWindow final : public BlockDialogWindow {
     }
 
     void acceptUpload() {
-        const auto window = platform::activeWindow();
+        const auto window = ownWindow();
         state_.selectedWorkspaceId.reset();
         const auto refusal = uploadRefusal();
         if (!refusal.empty()) return ShowErrorMessage(refusal);

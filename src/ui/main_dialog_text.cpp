@@ -68,7 +68,7 @@ std::string versionText() {
     return std::string("Version ") + service::version;
 }
 
-std::array<Warning, 4> partWarnings(const pivra::ModelMetadata& metadata, bool isDrawing, bool legacyIdWillBeFixed) {
+std::array<Warning, 5> partWarnings(const pivra::ModelMetadata& metadata, bool isDrawing, bool legacyIdWillBeFixed) {
     return {
         {{"idWarning", "idWarningGroup",
           legacyIdWillBeFixed ? "Legacy file(s) detected. PIVRA_ID attribute will be added to maintain traceability."
@@ -80,7 +80,10 @@ std::array<Warning, 4> partWarnings(const pivra::ModelMetadata& metadata, bool i
           "This model has unsaved changes. Please save the model before uploading it.", metadata.hasUnsavedChanges},
          {"unsupportedWarning", "unsupportedWarningGroup",
           "Non-PRT files are not supported for upload to Pivra. Pivra supports only PRT file uploads.",
-          metadata.hasUnsupportedFileTypes}}};
+          metadata.hasUnsupportedFileTypes},
+         {"unloadedWarning", "unloadedWarningGroup",
+          "Some components are not loaded and will not be uploaded. Load them to upload the whole assembly.",
+          metadata.hasUnloadedComponents}}};
 }
 
 std::string blockingMessage(const pivra::ModelMetadata& metadata) {

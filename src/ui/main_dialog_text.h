@@ -48,7 +48,7 @@ struct Warning {
 };
 
 /// The warnings about the part itself. `legacyIdWillBeFixed`: nothing keeps the part from being repaired by an upload.
-std::array<Warning, 4> partWarnings(const pivra::ModelMetadata& metadata, bool isDrawing, bool legacyIdWillBeFixed);
+std::array<Warning, 5> partWarnings(const pivra::ModelMetadata& metadata, bool isDrawing, bool legacyIdWillBeFixed);
 
 /// Why the part cannot be uploaded; empty when it can.
 std::string blockingMessage(const pivra::ModelMetadata& metadata);

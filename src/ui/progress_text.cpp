@@ -2,7 +2,7 @@
 
 namespace ui {
 
-StageView stageView(UploadStage stage, const std::string& completionTime) {
+StatusView stageView(UploadStage stage, const std::string& completionTime) {
     switch (stage) {
         case UploadStage::preparing:
             return {"pivra_upload_preparing.bmp", "Exporting your data for upload..."};
@@ -12,6 +12,10 @@ StageView stageView(UploadStage stage, const std::string& completionTime) {
             break;
     }
     return {"pivra_upload_uploaded.bmp", "Uploaded " + completionTime};
+}
+
+StatusView failedView() {
+    return {"pivra_warning.bmp", "Upload failed"};
 }
 
 std::string modelWorkspaceText(const std::string& modelName, const std::string& workspaceName) {

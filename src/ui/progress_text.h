@@ -22,13 +22,16 @@ inline constexpr const char* openFailed = "Unable to open the uploaded model in 
 inline constexpr const char* noMatchingLink =
     "Unable to open the uploaded model in Pivra because the upload response did not include a matching link.";
 
-/// Picture and text of a stage; `completionTime` is part of the last one's.
-struct StageView {
+/// Picture and text of the status.
+struct StatusView {
     const char* bitmap;
     std::string text;
 };
 
-StageView stageView(UploadStage stage, const std::string& completionTime);
+/// That of a stage; `completionTime` is part of the last one's.
+StatusView stageView(UploadStage stage, const std::string& completionTime);
+/// That of an upload that failed, at whatever stage.
+StatusView failedView();
 
 std::string modelWorkspaceText(const std::string& modelName, const std::string& workspaceName);
 

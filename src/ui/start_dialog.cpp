@@ -1,7 +1,7 @@
 #include "ui/start_dialog.h"
 
+#include "platform/error_text.h"
 #include "platform/window.h"
-#include "service/failure_message.h"
 #include "ui/block_dialog_window.h"
 #include "ui/message_box.h"
 
@@ -23,11 +23,11 @@ class StartDialogWindow final : public BlockDialogWindow {
     void update(const UIBlock& changed) override {
         if (&changed != signInButton_) return;
         // Taken now: the action shows boxes and dialogs of its own.
-        const auto window = platform::activeWindow();
+        const auto window = ownWindow();
         try {
             signIn_();
         } catch (...) {
-            showFailureMessage(service::failureMessage("Failed to start the Pivra authentication flow."));
+            showFailureMessage(platform::currentErrorText("Failed to start the Pivra authentication flow."));
         }
         platform::postClose(window);
     }

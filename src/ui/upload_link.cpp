@@ -28,12 +28,6 @@ bool isIdName(std::string_view name) {
     return std::find(idNames.begin(), idNames.end(), name) != idNames.end();
 }
 
-// Nothing that could end the argument in which the shell hands the address to the browser.
-bool isOpenable(std::string_view text) {
-    return auth::isWebAddress(text) &&
-           std::all_of(text.begin(), text.end(), [](char c) { return c > ' ' && c < 0x7F && c != '"'; });
-}
-
 std::string percentDecoded(std::string_view text) {
     std::string decoded;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -84,7 +78,7 @@ std::string addressInObject(const json& object, const std::string& revisionId) {
     for (const auto& member : object) {
         if (!member.is_string()) continue;
         const auto& text = member.get_ref<const std::string&>();
-        if (!isOpenable(text)) continue;
+        if (!auth::isWebAddress(text)) continue;
         if (idInQuery(text) == revisionId) return text;
         if (first.empty()) first = text;
     }
@@ -93,7 +87,7 @@ std::string addressInObject(const json& object, const std::string& revisionId) {
 
 Finding readEntry(const std::string& name, const std::string& value) {
     if (isIdName(name)) return {value, ""};
-    if (isOpenable(value)) return {idInQuery(value), value};
+    if (auth::isWebAddress(value)) return {idInQuery(value), value};
     const auto object = json::parse(value, nullptr, false);
     if (!object.is_object()) return {};
     const auto id = idInObject(object);

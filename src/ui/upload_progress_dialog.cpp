@@ -2,11 +2,11 @@
 
 #include "export/displayed_model_metadata.h"
 #include "logging/log.h"
-#include "platform/shell.h"
+#include "platform/error_text.h"
 #include "platform/timer.h"
 #include "platform/window.h"
+#include "service/system_browser.h"
 #include "ui/block_dialog_window.h"
-#include "ui/block_properties.h"
 #include "ui/callback_guard.h"
 #include "ui/characters.h"
 #include "ui/main_dialog_text.h"
@@ -65,7 +65,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
 
     void shown() override {
         liveWindow = this;
-        window_ = platform::activeWindow();
+        window_ = ownWindow();
         showRequest();
         render(renderedStage_.value_or(UploadStage::preparing), true);
         startTimers();
@@ -83,18 +83,18 @@ class UploadProgressWindow final : public BlockDialogWindow {
     }
 
     void showRequest() {
-        if (!request_->userEmail.empty()) setLabel(dialog(), "emailLabel", request_->userEmail);
-        setLabel(dialog(), "versionLabel", versionText());
+        if (!request_->userEmail.empty()) setLabel("emailLabel", request_->userEmail);
+        setLabel("versionLabel", versionText());
         const auto text = modelWorkspaceText(request_->metadata->fileName, request_->workspaceName);
-        setLabel(dialog(), "modelWorkspaceLabel", text);
-        setTooltip(dialog(), "modelWorkspaceLabel", text);
+        setLabel("modelWorkspaceLabel", text);
+        setTooltip("modelWorkspaceLabel", text);
         centre(statusRow, statusLength);
         centre(modelRow, characterCount(text));
     }
 
     void centre(const Row& row, std::size_t length) {
-        setLabel(dialog(), row.left, leftBlanks(length, row.width));
-        setLabel(dialog(), row.right, rightBlanks);
+        setLabel(row.left, leftBlanks(length, row.width));
+        setLabel(row.right, rightBlanks);
     }
 
     void startTimers() {
@@ -130,12 +130,15 @@ class UploadProgressWindow final : public BlockDialogWindow {
 
     void draw(UploadStage stage, const std::string& completionTime) {
         renderedStage_ = stage;
-        const auto view = stageView(stage, completionTime);
-        setBitmap(dialog(), "primaryStatus", view.bitmap);
-        setLabel(dialog(), "primaryStatus", view.text);
+        showStatus(stageView(stage, completionTime));
         const auto size = sizeText(*request_->metadata);
-        setLabel(dialog(), "sizeSecondaryLabel", size);
+        setLabel("sizeSecondaryLabel", size);
         centre(sizeRow, characterCount(size) - 2);
+    }
+
+    void showStatus(const StatusView& view) {
+        setBitmap("primaryStatus", view.bitmap);
+        setLabel("primaryStatus", view.text);
     }
 
     void complete() {
@@ -147,13 +150,13 @@ class UploadProgressWindow final : public BlockDialogWindow {
         }
         if (!result_.succeeded) return reportFailure();
         draw(UploadStage::uploaded, completionTime);
-        setBitmap(dialog(), "spinner", "pivra_upload_complete.bmp");
-        setVisible(dialog(), "actionGroup", true);
+        setBitmap("spinner", "pivra_upload_complete.bmp");
+        setVisible("actionGroup", true);
     }
 
     void reportFailure() {
-        logging::LogError("Pivra upload failed: " + result_.message);
-        setVisible(dialog(), "spinner", false);
+        showStatus(failedView());
+        setVisible("spinner", false);
         const auto report = failureReport(request_->metadata->fileName, request_->workspaceName, result_.message);
         try {
             ShowErrorMessage(report);
@@ -165,7 +168,12 @@ class UploadProgressWindow final : public BlockDialogWindow {
     void openInPivra() {
         const auto link = uploadLink(result_.responseEntries);
         if (!link) return ShowErrorMessage(noMatchingLink);
-        if (platform::shellOpen(*link) <= platform::shellFailureLimit) ShowErrorMessage(openFailed);
+        try {
+            auth::openInBrowser(*link);
+        } catch (...) {
+            logging::LogError("The uploaded model could not be opened: " + platform::currentErrorText(unknownError));
+            ShowErrorMessage(openFailed);
+        }
     }
 
     void closeForAnother() {
@@ -173,7 +181,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
             const std::lock_guard lock(state_->mutex);
             state_->uploadAnother = true;
         }
-        platform::postClose(window_ != nullptr ? window_ : platform::activeWindow());
+        platform::postClose(window_ != nullptr ? window_ : ownWindow());
     }
 
     const std::shared_ptr<const UploadProgressRequest> request_;

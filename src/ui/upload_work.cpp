@@ -1,14 +1,17 @@
 #include "ui/upload_work.h"
 
 #include "logging/log.h"
+#include "logging/log_line.h"
 #include "platform/detached_thread.h"
-#include "service/failure_message.h"
+#include "platform/error_text.h"
 #include "ui/callback_guard.h"
 
 #include <utility>
 
 namespace ui {
 namespace {
+
+using logging::LogLevel;
 
 // One lock for all of it: nobody sees the last stage without its result.
 void finish(ProgressState& state, pivra::UploadExecutionResult result) {
@@ -19,9 +22,15 @@ void finish(ProgressState& state, pivra::UploadExecutionResult result) {
     state.finished = true;
 }
 
-void fail(ProgressState& state, const std::string& message) {
+/// Ends the work with the text that `message` returns; without memory for it the report has its fixed sentence.
+template <typename Message>
+void fail(ProgressState& state, Message message) noexcept {
     pivra::UploadExecutionResult result;
-    result.message = message;
+    try {
+        result.message = message();
+    } catch (...) {
+        // Said above.
+    }
     finish(state, std::move(result));
 }
 
@@ -30,13 +39,15 @@ bool claimStart(ProgressState& state) {
     return !std::exchange(state.started, true);
 }
 
-bool prepare(const UploadProgressRequest& request, ProgressState& state) {
+bool prepare(const UploadProgressRequest& request, ProgressState& state) noexcept {
     try {
         if (request.prepare) request.prepare();
     } catch (...) {
-        const auto message = service::failureMessage(failedPreparation);
-        logging::LogError("Upload preparation failed: " + message);
-        fail(state, message);
+        fail(state, [] {
+            auto message = platform::currentErrorText(failedPreparation);
+            logging::LogError("Upload preparation failed: " + message);
+            return message;
+        });
         return false;
     }
     const std::lock_guard lock(state.mutex);
@@ -44,14 +55,29 @@ bool prepare(const UploadProgressRequest& request, ProgressState& state) {
     return true;
 }
 
-void failAfterExport(ProgressState& state) {
-    logging::LogError("Upload failed after NX export completed: " + service::failureMessage(unknownError));
-    fail(state, failedAfterExport);
+/// For what was thrown after the export. Only inside a catch block.
+void failAfterExport(ProgressState& state) noexcept {
+    fail(state, [] {
+        logging::LogError("Upload failed after NX export completed: " + platform::currentErrorText(unknownError));
+        return failedAfterExport;
+    });
+}
+
+void logOutcome(const UploadProgressRequest& request, const pivra::UploadExecutionResult& result) noexcept {
+    logging::logBuilt(result.succeeded ? LogLevel::info : LogLevel::error, [&] {
+        if (!result.succeeded) return "Pivra upload failed: " + result.message;
+        return logging::LogLine("Pivra upload complete:")
+            .quoted("file_name", request.metadata->fileName)
+            .quoted("workspace", request.workspaceName)
+            .text();
+    });
 }
 
 void upload(const UploadProgressRequest& request, ProgressState& state) noexcept {
     try {
-        finish(state, request.executeUpload());
+        auto result = request.executeUpload();
+        logOutcome(request, result);
+        finish(state, std::move(result));
     } catch (...) {
         failAfterExport(state);
     }

@@ -26,8 +26,9 @@ struct ProgressState {
     pivra::UploadExecutionResult result;
 };
 
-/// Prepares on this thread, the host's, and then starts the upload on a detached one. Does nothing when it was called
-/// for this state before. A failed preparation ends the work: nothing is uploaded.
+/// Prepares on this thread, the host's, and then starts the upload on a detached one, which logs how the upload ended
+/// before the state says so. Does nothing when it was called for this state before. A failed preparation ends the work:
+/// nothing is uploaded.
 void startUpload(const std::shared_ptr<const UploadProgressRequest>& request,
                  const std::shared_ptr<ProgressState>& state) noexcept;
 

@@ -12,7 +12,7 @@ if [ "$exports" != "NXSigningResource ufusr ufusr_ask_unload ufusr_cleanup " ]; 
 fi
 for name in $imports; do
     case "$name" in
-        kernel32.dll | msvcrt.dll | user32.dll | shell32.dll | libnxopen.dll) ;;
+        kernel32.dll | msvcrt.dll | ole32.dll | shell32.dll | user32.dll | libnxopen.dll) ;;
         *) echo "imports $name"; status=1 ;;
     esac
 done

@@ -16,13 +16,20 @@ TEST(LogLine, writesFieldsInOrderAndEndsWithAFullStop) {
               "Head n=-9000000000 m=3");
 }
 
-TEST(LogLine, decimalsLookAsInAStreamWhateverTheLocale) {
+TEST(LogLine, decimalsArePlainHoweverSmallAndWhateverTheLocale) {
     struct Comma : std::numpunct<char> {
         char do_decimal_point() const override { return ','; }
     };
     const auto outer = std::locale::global(std::locale(std::locale::classic(), new Comma));
-    const std::pair<double, const char*> cases[] = {
-        {0.5, "0.5"}, {2.0, "2"}, {1.0 / 3, "0.333333"}, {1234567.0, "1.23457e+06"}, {-0.25, "-0.25"}};
+    const std::pair<double, const char*> cases[] = {{0.0, "0"},
+                                                    {0.5, "0.5"},
+                                                    {2.0, "2"},
+                                                    {1.0 / 3, "0.333333"},
+                                                    {-0.25, "-0.25"},
+                                                    {1234567.0, "1234567"},
+                                                    {20.0, "20"},
+                                                    {999999.9, "1000000"},
+                                                    {9.5367431640625e-7, "0.000000953674"}};
     for (const auto& [value, text] : cases) {
         EXPECT_EQ(LogLine("H").decimal("v", value).text(), std::string("H v=") + text + ".");
     }

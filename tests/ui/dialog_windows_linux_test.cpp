@@ -21,8 +21,9 @@ using test_support::turnMessageLoop;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-int firstWindow = 0;
-int secondWindow = 0;
+int frame = 0;  // the host's
+int ownWindow = 0;
+int otherWindow = 0;
 
 ui::MainDialogActions actionsWithWorkspace() {
     ui::MainDialogActions actions;
@@ -53,20 +54,28 @@ TEST_F(ProgressDialog, OpensTheUploadedRevision) {
     EventLoop::instance().setShell({});
 }
 
-TEST_F(ProgressDialog, ClosesTheWindowThatItWasShownIn) {
+TEST_F(ProgressDialog, ClosesItsOwnWindowAndNeverTheOneBefore) {
     auto& loop = EventLoop::instance();
-    loop.setActiveWindow(&firstWindow);
+    for (void* pressedIn : {&ownWindow, &frame}) {
+        loop.setActiveWindow(&frame);
+        host.user = [&](OpenDialog& dialog) {
+            loop.setActiveWindow(pressedIn);
+            dialog.press("uploadAnotherButton");
+        };
+        show();
+        EXPECT_EQ(loop.takeClose(&ownWindow), pressedIn == &ownWindow);
+        EXPECT_FALSE(loop.takeClose(&frame));
+    }
+    loop.setActiveWindow(&frame);
     host.user = [&](OpenDialog& dialog) {
-        loop.setActiveWindow(&secondWindow);
+        loop.setActiveWindow(&ownWindow);
+        dialog.showAgain();
+        loop.setActiveWindow(&otherWindow);
         dialog.press("uploadAnotherButton");
     };
     show();
-    EXPECT_TRUE(loop.takeClose(&firstWindow));
-    EXPECT_FALSE(loop.takeClose(&secondWindow));
-
-    loop.setActiveWindow(nullptr);
-    show();
-    EXPECT_TRUE(loop.takeClose(&secondWindow)) << "none was remembered";
+    EXPECT_TRUE(loop.takeClose(&ownWindow)) << "it was remembered when the dialog was shown";
+    EXPECT_FALSE(loop.takeClose(&otherWindow));
     loop.setActiveWindow(nullptr);
 }
 
@@ -114,7 +123,10 @@ TEST(StartDialogWindow, ClosesItsOwnWindowWhateverTheSignInDoes) {
     const test_support::PluginFolder folder;
     test_support::ScriptedHost host;
     auto& loop = EventLoop::instance();
-    host.user = [](OpenDialog& dialog) { dialog.press("signInButton"); };
+    host.user = [&](OpenDialog& dialog) {
+        loop.setActiveWindow(&ownWindow);
+        dialog.press("signInButton");
+    };
     const struct {
         std::function<void()> signIn;
         std::vector<std::string> boxes;
@@ -123,14 +135,15 @@ TEST(StartDialogWindow, ClosesItsOwnWindowWhateverTheSignInDoes) {
                  {[] { throw 1; }, {"Pivra, error: Failed to start the Pivra authentication flow."}}};
     for (const auto& c : cases) {
         host.boxes.clear();
-        loop.setActiveWindow(&firstWindow);
+        loop.setActiveWindow(&frame);
         ui::showStartDialog([&] {
-            loop.setActiveWindow(&secondWindow);
+            loop.setActiveWindow(&otherWindow);
             c.signIn();
         });
         EXPECT_EQ(host.boxes, c.boxes);
-        EXPECT_TRUE(loop.takeClose(&firstWindow));
-        EXPECT_FALSE(loop.takeClose(&secondWindow));
+        EXPECT_TRUE(loop.takeClose(&ownWindow));
+        EXPECT_FALSE(loop.takeClose(&otherWindow));
+        EXPECT_FALSE(loop.takeClose(&frame));
     }
     loop.setActiveWindow(nullptr);
 }
@@ -139,12 +152,17 @@ TEST(MainDialogWindow, ClosesWhenAnActionEndsIt) {
     const test_support::PluginFolder folder;
     test_support::ScriptedHost host;
     auto& loop = EventLoop::instance();
-    loop.setActiveWindow(&firstWindow);
     auto actions = actionsWithWorkspace();
     const auto closesOn = [&](const char* button) {
-        host.user = [button](OpenDialog& dialog) { dialog.press(button); };
+        loop.setActiveWindow(&frame);
+        host.user = [&, button](OpenDialog& dialog) {
+            dialog.press(button);
+            EXPECT_FALSE(loop.takeClose(&frame));
+            loop.setActiveWindow(&ownWindow);
+            dialog.press(button);
+        };
         ui::showMainDialog(actions);
-        return loop.takeClose(&firstWindow);
+        return loop.takeClose(&ownWindow);
     };
     EXPECT_TRUE(closesOn("uploadButton"));
     EXPECT_TRUE(closesOn("signOutButton"));

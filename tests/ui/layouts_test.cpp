@@ -40,6 +40,8 @@ const std::map<std::string, Blocks> dialogs{{"start.dlx", {{"signInButton", butt
                                               {"unsavedWarningGroup", group},
                                               {"unsupportedWarning", label},
                                               {"unsupportedWarningGroup", group},
+                                              {"unloadedWarning", label},
+                                              {"unloadedWarningGroup", group},
                                               {"targetWarning", label},
                                               {"targetWarningGroup", group}}},
                                             {"uploadProgress.dlx",

@@ -221,7 +221,7 @@ TEST_F(MainDialog, SignsOut) {
 TEST_F(MainDialog, ReportsADialogThatCannotBeCreatedOrShown) {
     for (const char* call : {"NXOpen::UI::CreateDialog", "NXOpen::BlockStyler::BlockDialog::Show"}) {
         devkit::Gate::instance().reset();
-        devkit::Gate::instance().addFault({call, 1, 1, "No licence."});
+        devkit::Gate::instance().addFault({call, 0, 1, "No licence."});
         host.boxes.clear();
         const auto state = show();
         EXPECT_THAT(host.boxes, ElementsAre("Block Styler, error: No licence.")) << call;

@@ -74,8 +74,9 @@ TEST_F(ProgressDialog, ReportsAFailedUploadAndOffersNothing) {
         host.user = [&](OpenDialog& dialog) {
             turnUntil([&] { return !host.boxes.empty(); });
             EXPECT_FALSE(dialog.visible("actionGroup"));
-            EXPECT_EQ(dialog.bitmap("spinner"), "pivra_upload_busy.bmp");
-            EXPECT_NE(dialog.bitmap("primaryStatus"), "pivra_upload_uploaded.bmp");
+            EXPECT_FALSE(dialog.visible("spinner"));
+            EXPECT_EQ(dialog.bitmap("primaryStatus"), "pivra_warning.bmp");
+            EXPECT_EQ(dialog.label("primaryStatus"), "Upload failed");
         };
         show();
         EXPECT_THAT(host.boxes, ElementsAre("Pivra, error: Pivra upload failed.\n\nFile: schräg.prt\nWorkspace: "
@@ -109,7 +110,7 @@ TEST_F(ProgressDialog, UploadsNothingAfterAFailedPreparation) {
         host.boxes.clear();
         host.user = [&](OpenDialog& dialog) {
             turnUntil([&] { return !host.boxes.empty(); });
-            EXPECT_EQ(dialog.bitmap("primaryStatus"), "pivra_upload_preparing.bmp");
+            EXPECT_EQ(dialog.label("primaryStatus"), "Upload failed");
         };
         show();
         ASSERT_EQ(host.boxes.size(), 1U);

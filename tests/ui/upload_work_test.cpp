@@ -9,6 +9,7 @@ namespace {
 
 std::shared_ptr<ui::UploadProgressRequest> requestOf(std::function<pivra::UploadExecutionResult()> upload) {
     auto request = std::make_shared<ui::UploadProgressRequest>();
+    request->metadata = std::make_shared<pivra::ModelMetadata>();
     request->executeUpload = std::move(upload);
     return request;
 }
