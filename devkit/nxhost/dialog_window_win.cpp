@@ -50,16 +50,25 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM secon
     return 0;
 }
 
+void dispatch(MSG& message) {
+    const auto root = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+    if (root && IsDialogMessageW(root, &message)) return;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
 }  // namespace
 
 void pumpMessages() {
     MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        const auto root = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
-        if (root && IsDialogMessageW(root, &message)) continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) dispatch(message);
+}
+
+void pumpWithoutTimers() {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, WM_TIMER - 1, PM_REMOVE) ||
+           PeekMessageW(&message, nullptr, WM_TIMER + 1, 0xFFFFFFFF, PM_REMOVE))
+        dispatch(message);
 }
 
 DialogWindow::DialogWindow(devkit::DialogData& dialog, const std::vector<std::filesystem::path>& bitmapFolders,
@@ -118,7 +127,7 @@ void DialogWindow::act(int number, int notification) {
 
 bool DialogWindow::closed() {
     refresh();
-    pumpMessages();
+    pumpWithoutTimers();
     return closed_;
 }
 

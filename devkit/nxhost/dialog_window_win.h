@@ -19,6 +19,8 @@ using WindowHandle = HWND__*;
 
 /// Deals with all messages that wait for this thread.
 void pumpMessages();
+/// The same, but timers that are due stay due.
+void pumpWithoutTimers();
 
 /// Host's thread. The window is shown and active from construction to destruction; its owner is disabled meanwhile.
 class DialogWindow : public Screen::Window {

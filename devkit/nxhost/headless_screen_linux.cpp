@@ -15,6 +15,7 @@ class HeadlessScreen : public Screen {
  public:
     using Screen::Screen;
 
+    void showFrame() override { EventLoop::instance().setActiveWindow(this); }
     void changed(devkit::DialogData&, devkit::BlockData&) override {}
     void press(devkit::BlockData& button) override { update(button); }
 
@@ -41,8 +42,12 @@ class HeadlessScreen : public Screen {
         EventLoop::instance().advance(boxTime);
     }
 
+    void settle() override {
+        if (EventLoop::instance().takeClose(this)) frameAskedToClose();
+    }
+
  private:
-    // Its own address is the handle.
+    // Its own address is the handle, as the screen's is the frame's.
     class HeadlessWindow : public Window {
      public:
         HeadlessWindow() : before_(EventLoop::instance().activeWindow()) {

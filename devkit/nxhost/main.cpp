@@ -58,6 +58,7 @@ Outcome playHere(const Options& options, const fs::path& file) {
     startSession(replay, sandbox, transcript);
     if (options.fault > 0) addFault(options);
     const auto screen = makeScreen(transcript, {sandbox.application()});
+    if (!options.interactive) screen->showFrame();
     devkit::setPresenter(screen.get());
     Browser browser(transcript, replay.system.browser, options.browser);
     Plugin plugin(sandbox.plugin());

@@ -66,15 +66,16 @@ Event dialogEvent(const std::string& kind, const devkit::DialogData& dialog) {
 void Screen::show(devkit::DialogData& dialog) {
     if (shut_) return;
     guard("initialize", dialog.onInitialize);
+    guard("shown", dialog.onShown);
     {
         const auto window = open(dialog);
         open_.emplace_back(&dialog, window.get());
-        guard("shown", dialog.onShown);
         transcript_.write(dialogEvent("dialog-shown", dialog));
         loop(*window);
         guard("close", dialog.onClose);
         open_.pop_back();
     }
+    settle();
     transcript_.write(dialogEvent("dialog-closed", dialog));
 }
 
@@ -109,6 +110,10 @@ void Screen::guard(const char* name, const std::function<void()>& handler) try {
     violation(std::string("An exception left the dialog's ") + name + " handler: " + error.what());
 } catch (...) {
     violation(std::string("An exception without a text left the dialog's ") + name + " handler.");
+}
+
+void Screen::frameAskedToClose() {
+    violation("The host's own window was asked to close.");
 }
 
 void Screen::violation(const std::string& text) {

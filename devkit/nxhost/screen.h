@@ -18,18 +18,19 @@
 
 namespace nxhost {
 
-/// What a modal loop does next: go on at once, let time pass, or close because the replay is over or has failed.
+/// What a modal loop does next: go on at once, let time pass, or close because the replay is over or has failed. The
+/// clock of turn() stands still while it goes on at once: no timer ticks between two steps that do not wait.
 enum class Idle { stepped, waiting, ended };
 
 class Screen : public devkit::Presenter {
  public:
     explicit Screen(Transcript& transcript) : transcript_(transcript) {}
 
-    /// A dialog's window: there from before its shown handler until after it has closed.
+    /// A dialog's window: there and active from after its shown handler until after it has closed.
     class Window {
      public:
         virtual ~Window() = default;
-        /// Deals with what is due at once; true when the window has been asked to close.
+        /// Deals with what is due at once, timers left aside; true when the window has been asked to close.
         virtual bool closed() = 0;
     };
 
@@ -38,6 +39,10 @@ class Screen : public devkit::Presenter {
     /// The window of the host that a person uses: dialogs and boxes belong to it, and boxes stay until they are
     /// answered. Null where there is none.
     void* hostWindow = nullptr;
+
+    /// Shows the frame of a host that nobody uses by hand: the window that is active while no dialog is open. The
+    /// plug-in must not close it.
+    virtual void showFrame() = 0;
 
     void show(devkit::DialogData& dialog) final;
     int messageBox(const std::string& title, devkit::BoxKind kind, const std::string& message) final;
@@ -52,7 +57,7 @@ class Screen : public devkit::Presenter {
     /// Saves a picture of the open dialog's window; false where there are no windows.
     virtual bool savePicture(const std::filesystem::path& file) = 0;
 
-    /// Lets a little time pass, timers and windows included.
+    /// Lets a little time pass: timers tick and windows get their messages.
     virtual void turn() = 0;
     /// The clock of turn().
     virtual std::chrono::milliseconds now() const = 0;
@@ -64,6 +69,9 @@ class Screen : public devkit::Presenter {
     Window* windowOf(const devkit::DialogData* dialog) const;
 
     virtual std::unique_ptr<Window> open(devkit::DialogData& dialog) = 0;
+    /// Deals with requests to close the host's frame that came while a dialog was open.
+    virtual void settle() = 0;
+    void frameAskedToClose();
     /// Shows a box for `boxTime` on the clock of turn(), so that timers tick beneath it, or until a person answers it.
     virtual void showBox(const std::string& title, devkit::BoxKind kind, const std::string& message) = 0;
 

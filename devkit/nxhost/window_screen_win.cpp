@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <stdexcept>
+#include <utility>
 
 namespace nxhost {
 
@@ -39,10 +40,32 @@ UINT iconOf(devkit::BoxKind kind) {
     return 0;
 }
 
+LRESULT CALLBACK frameProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+    if (message != WM_CLOSE) return DefWindowProcW(window, message, first, second);
+    *reinterpret_cast<bool*>(GetWindowLongPtrW(window, GWLP_USERDATA)) = true;
+    return 0;
+}
+
 class WindowScreen : public Screen {
  public:
     WindowScreen(Transcript& transcript, std::vector<std::filesystem::path> bitmapFolders)
         : Screen(transcript), bitmapFolders_(std::move(bitmapFolders)) {}
+
+    ~WindowScreen() override {
+        if (frame_) DestroyWindow(frame_);
+    }
+
+    void showFrame() override {
+        WNDCLASSW type{};
+        type.lpfnWndProc = frameProcedure;
+        type.lpszClassName = L"NxHostFrame";
+        RegisterClassW(&type);
+        frame_ = CreateWindowExW(0, type.lpszClassName, L"Stand-in host", WS_OVERLAPPEDWINDOW, 0, 0, 320, 80, nullptr,
+                                 nullptr, nullptr, nullptr);
+        SetWindowLongPtrW(frame_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&frameClosed_));
+        ShowWindow(frame_, SW_SHOW);
+        SetActiveWindow(frame_);
+    }
 
     void changed(devkit::DialogData& dialog, devkit::BlockData&) override {
         if (auto* window = windowOf(&dialog)) static_cast<DialogWindow*>(window)->invalidate();
@@ -60,7 +83,7 @@ class WindowScreen : public Screen {
 
     bool savePicture(const std::filesystem::path& file) override {
         current().refresh();
-        pumpMessages();
+        pumpWithoutTimers();
         saveWindow(current().handle(), file);
         return true;
     }
@@ -76,6 +99,11 @@ class WindowScreen : public Screen {
     }
 
  protected:
+    void settle() override {
+        pumpWithoutTimers();
+        if (std::exchange(frameClosed_, false)) frameAskedToClose();
+    }
+
     std::unique_ptr<Window> open(devkit::DialogData& dialog) override {
         return std::make_unique<DialogWindow>(dialog, bitmapFolders_, topmost(),
                                               [this](devkit::BlockData& block) { update(block); });
@@ -90,13 +118,16 @@ class WindowScreen : public Screen {
  private:
     // The innermost window of this program, whichever program the desktop has in front.
     HWND topmost() {
-        const auto base = dialog() ? current().handle() : static_cast<HWND>(hostWindow);
+        const auto host = hostWindow ? static_cast<HWND>(hostWindow) : frame_;
+        const auto base = dialog() ? current().handle() : host;
         return base ? GetLastActivePopup(base) : nullptr;
     }
 
     DialogWindow& current() { return static_cast<DialogWindow&>(*windowOf(dialog())); }
 
     std::vector<std::filesystem::path> bitmapFolders_;
+    HWND frame_ = nullptr;
+    bool frameClosed_ = false;
 };
 
 // Without a desktop every top-level window fails.
