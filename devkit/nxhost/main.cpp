@@ -23,7 +23,7 @@ void startSession(const Replay& replay, const Sandbox& sandbox, Transcript& tran
     devkit::Gate::instance().reset();
     auto& session = devkit::Session::instance();
     session.reset();
-    session.applicationFolders = {sandbox.application()};
+    if (replay.system.registered) session.applicationFolders = {sandbox.application()};
     session.onEvent = [&transcript](const std::string& kind, const Json& facts) {
         Event event{{"event", kind}};
         event.update(Event(facts));
@@ -50,7 +50,7 @@ Outcome outcomeOfFault(const Options& options) {
 // Plays one replay in this process, which the plug-in's state makes good for one only.
 Outcome playHere(const Options& options, const fs::path& file) {
     const auto replay = readReplay(file, !options.interactive);
-    Sandbox sandbox(options.sandbox);
+    Sandbox sandbox(options.sandbox, options.temp);
     sandbox.fill(replay, {options.plugin, options.application, options.plugin.parent_path() / NXHOST_SERVICE,
                           options.installed});
     Transcript transcript(std::cout, sandbox.root(),
@@ -78,6 +78,7 @@ std::vector<std::string> childArguments(const Options& options, const fs::path& 
     if (options.fault > 0) arguments.insert(arguments.end(), {"--fault", std::to_string(options.fault)});
     if (options.nullFault) arguments.push_back("--null");
     if (options.interactive) arguments.push_back("--interactive");
+    if (!options.temp.empty()) arguments.insert(arguments.end(), {"--temp", utf8(options.temp)});
     if (!options.installed.empty()) arguments.insert(arguments.end(), {"--installed", utf8(options.installed)});
     if (!options.pictures.empty()) arguments.insert(arguments.end(), {"--pictures", utf8(options.pictures)});
     if (!options.browser.empty()) arguments.insert(arguments.end(), {"--browser", utf8(options.browser)});

@@ -10,7 +10,7 @@ namespace nxhost {
 
 const char* const usage =
     "nxhost [--stable] [--keep] [--sandbox DIR] [--pictures DIR] [--plugin FILE] [--application DIR]\n"
-    "       [--installed DIR] [--browser PROGRAM] FILE...\n"
+    "       [--installed DIR] [--browser PROGRAM] [--temp DIR] FILE...\n"
     "nxhost --fault N [--null] [option...] FILE\n"
     "nxhost --interactive [--keep] [--sandbox DIR] [--plugin FILE] [--application DIR] [--installed DIR] FILE\n"
     "nxhost --export-check [--plugin FILE]\n";
@@ -37,8 +37,9 @@ Options readOptions(const std::vector<std::string>& arguments, const std::filesy
                                              {"--null", &options.nullFault},
                                              {"--interactive", &options.interactive}};
     const std::map<std::string, std::filesystem::path*> paths{
-        {"--sandbox", &options.sandbox},         {"--pictures", &options.pictures},   {"--plugin", &options.plugin},
-        {"--application", &options.application}, {"--installed", &options.installed}, {"--browser", &options.browser}};
+        {"--sandbox", &options.sandbox}, {"--temp", &options.temp},           {"--pictures", &options.pictures},
+        {"--plugin", &options.plugin},   {"--installed", &options.installed}, {"--application", &options.application},
+        {"--browser", &options.browser}};
     for (std::size_t index = 0; index < arguments.size(); ++index) {
         const auto& argument = arguments[index];
         if (flags.contains(argument)) {

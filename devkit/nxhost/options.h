@@ -16,6 +16,7 @@ struct Options {
     bool nullFault = false;    ///< it returns null where it can
     bool interactive = false;  ///< a person uses the plug-in; the one file's steps are left out
     std::filesystem::path sandbox;
+    std::filesystem::path temp;  ///< folder for temporary files; empty: the sandbox's own
     std::filesystem::path pictures;
     std::filesystem::path plugin;
     std::filesystem::path application;

@@ -11,6 +11,7 @@ Surroundings readSurroundings(const Json& value, const std::string& place) {
     Surroundings system;
     if (members.find("browser")) system.browser = readBrowserWord(members, "browser");
     members.read("helpMap", system.helpMap);
+    members.read("registered", system.registered);
     members.read("localAppData", system.localAppData);
     members.finish();
     return system;

@@ -13,8 +13,9 @@ namespace nxhost {
 
 /// What the plug-in finds around it.
 struct Surroundings {
-    bool browser = true;       ///< false: no address can be opened
-    bool helpMap = true;       ///< false: the help map does not lie beside the plug-in
+    bool browser = true;     ///< false: no address can be opened
+    bool helpMap = true;     ///< false: the help map does not lie beside the plug-in
+    bool registered = true;  ///< false: the host does not know the folder application/, and finds no layout by its name
     bool localAppData = true;  ///< false: the environment variable LOCALAPPDATA is not set
 };
 

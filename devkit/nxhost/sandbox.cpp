@@ -6,6 +6,7 @@
 #include <http_text.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace nxhost {
 
@@ -25,7 +26,7 @@ std::string propertiesText(const Json& properties) {
 
 }  // namespace
 
-Sandbox::Sandbox(const fs::path& root) {
+Sandbox::Sandbox(const fs::path& root, fs::path temp) : temp_(std::move(temp)) {
     fs::create_directories(root);
     if (!fs::is_empty(root)) throw std::runtime_error("The sandbox " + utf8(root) + " is not empty.");
     root_ = fs::canonical(root);
@@ -46,7 +47,7 @@ void Sandbox::fill(const Replay& replay, const Product& product) {
     for (const char* folder : {"parts", "temp", "local", "service"}) fs::create_directory(root_ / folder);
     writeProperties(replay.properties);
     changeService(replay.service);
-    for (const char* name : {"TMP", "TEMP", "TMPDIR"}) setEnvironment(name, root_ / "temp");
+    for (const char* name : {"TMP", "TEMP", "TMPDIR"}) setEnvironment(name, temp_.empty() ? root_ / "temp" : temp_);
     setEnvironment("LOCALAPPDATA", replay.system.localAppData ? root_ / "local" : fs::path());
 }
 

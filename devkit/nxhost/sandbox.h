@@ -20,8 +20,9 @@ struct Product {
 
 class Sandbox {
  public:
-    /// Takes over `root`, which must be empty or not there. Throws std::runtime_error.
-    explicit Sandbox(const std::filesystem::path& root);
+    /// Takes over `root`, which must be empty or not there. Temporary files go into `temp`, which several hosts may
+    /// share, or into a folder of the sandbox's own when it is empty. Throws std::runtime_error.
+    Sandbox(const std::filesystem::path& root, std::filesystem::path temp);
 
     /// Lays out what the replay needs, and points the process's environment into the sandbox. Throws
     /// std::runtime_error.
@@ -41,13 +42,14 @@ class Sandbox {
     /// The file that a replay calls `name`: a path below the sandbox. Throws StepError for one that leaves it.
     std::filesystem::path inside(const std::string& name) const;
 
-    /// Everything that lies in temp/, by its path from there, in order.
+    /// Everything that lies in the sandbox's own temp/, by its path from there, in order.
     std::vector<std::string> temporaryFiles() const;
 
  private:
     void deploy(const Product& product);
 
     std::filesystem::path root_;
+    std::filesystem::path temp_;
     std::filesystem::path application_;
     std::filesystem::path plugin_;
     Json service_ = Json::object();

@@ -12,6 +12,18 @@ namespace nxhost {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// On Windows a folder that the plug-in holds stays, but nothing in it does.
+void removeAll(const fs::path& path) {
+    std::error_code error;
+    if (fs::is_directory(path))
+        for (const auto& entry : fs::directory_iterator(path)) removeAll(entry);
+    if (!fs::remove(path, error) && !fs::is_directory(path)) throw fs::filesystem_error("remove", path, error);
+}
+
+}  // namespace
+
 Action readBrowser(JsonMembers& step, const std::string& name) {
     const bool present = readBrowserWord(step, name);
     return [present](Stage& stage) { stage.browser.setPresent(present); };
@@ -63,7 +75,9 @@ Action readWrite(JsonMembers& step, const std::string& name) {
 Action readDelete(JsonMembers& step, const std::string& name) {
     const auto file = neededText(step, name);
     return [file](Stage& stage) {
-        if (fs::remove_all(stage.sandbox.inside(file)) == 0) throw StepError("There is no " + file + " to delete.");
+        const auto path = stage.sandbox.inside(file);
+        if (!fs::exists(path)) throw StepError("There is no " + file + " to delete.");
+        removeAll(path);
     };
 }
 

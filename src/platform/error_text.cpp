@@ -28,7 +28,7 @@ std::string currentErrorChain(const char* otherwise) {
         try {
             outer.rethrow_nested();
         } catch (...) {
-            return text + ": " + currentErrorChain(otherwise);
+            return text + " " + currentErrorChain(otherwise);
         }
     } catch (...) {
     }

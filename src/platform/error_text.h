@@ -16,7 +16,7 @@ std::string errorText(const std::error_code& error);
 /// The text of the exception that is being handled, or `otherwise` when it carries none. Only inside a catch block.
 std::string currentErrorText(const char* otherwise);
 
-/// The same, and behind it, each after ": ", the texts of the exceptions that are nested in it
+/// The same, and behind it, each after a blank, the texts of the exceptions that are nested in it
 /// (std::throw_with_nested). For the log: what caused what the user is told.
 std::string currentErrorChain(const char* otherwise);
 

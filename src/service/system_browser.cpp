@@ -16,10 +16,10 @@ bool isWebAddress(std::string_view address) {
 }
 
 void openInBrowser(const std::string& address, const Shell& shell) {
-    if (!isWebAddress(address)) throw std::runtime_error("the address is no web address");
+    if (!isWebAddress(address)) throw std::runtime_error("The address is no web address.");
     const int result = shell(address);
     if (result <= platform::shellFailureLimit) {
-        throw std::runtime_error("the shell's result is " + std::to_string(result));
+        throw std::runtime_error("The shell's result is " + std::to_string(result) + ".");
     }
 }
 

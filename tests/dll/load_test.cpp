@@ -12,6 +12,8 @@
 #endif
 
 #include <filesystem>
+#include <functional>
+#include <future>
 
 namespace {
 
@@ -72,6 +74,39 @@ void useOnce() {
     run(parameter, &result, 0);
     EXPECT_EQ(askUnload(), 3);
     cleanUp();
+}
+
+// Whether the module is loaded; adds no reference.
+bool isLoaded(const char* file) {
+#ifdef _WIN32
+    return GetModuleHandleA(file) != nullptr;
+#else
+    void* module = dlopen(file, RTLD_NOW | RTLD_NOLOAD);
+    if (module != nullptr) dlclose(module);
+    return module != nullptr;
+#endif
+}
+
+TEST(ThreadsOfALibrary, keepItLoadedUntilTheyEnd) {
+    std::promise<void> end;
+    std::promise<void> ended;
+    const std::function<void()> task = [&] {
+        end.get_future().wait();
+        ended.set_value();
+    };
+    {
+        const Library library(THREAD_LIBRARY);
+        auto* start = library.find<void(const std::function<void()>&)>("start");
+        ASSERT_NE(start, nullptr);
+        start(task);
+    }
+    EXPECT_TRUE(isLoaded(THREAD_LIBRARY));
+    end.set_value();
+    ended.get_future().wait();
+#ifdef _WIN32
+    for (int attempt = 0; attempt < 500 && isLoaded(THREAD_LIBRARY); ++attempt) Sleep(10);
+    EXPECT_FALSE(isLoaded(THREAD_LIBRARY));
+#endif
 }
 
 TEST(BuiltLibrary, canBeLoadedRunAndUnloadedManyTimes) {

@@ -61,6 +61,15 @@ TEST(RemoveTree, removesEachKindOfEntryInItsOwnWay) {
                                  "directory top/dl", "directory top"}));
 }
 
+TEST(RemoveTree, whatCannotBeRemovedCostsItselfAndNotItsSiblings) {
+    ScriptedTree tree;
+    tree.entries = {{"top/kept", EntryKind::file}, {"top/dl", EntryKind::directoryLink}, {"top/f", EntryKind::file}};
+    tree.answers["directory top"] = std::deque<int>(20, 145);
+    tree.answers["file top/kept"] = std::deque<int>(20, 5);
+    EXPECT_EQ(removeTree("top", tree.operations()).value(), 5);
+    EXPECT_EQ(std::count(tree.calls.begin(), tree.calls.end(), "file top/f"), 10);
+}
+
 TEST(RemoveTree, neverEntersALinkThatCannotBeRemoved) {
     ScriptedTree tree;
     tree.entries = {{"top/dl", EntryKind::directoryLink}};

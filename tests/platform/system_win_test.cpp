@@ -50,10 +50,13 @@ TEST(FilesOnWindows, writeTimesKeepTheirHundredNanoseconds) {
 TEST(FilesOnWindows, takesNamesOverTheOldLimit) {
     const test_support::PluginFolder folder;
     auto deep = folder.path();
-    for (int level = 0; level < 6; ++level) {
-        deep /= std::wstring(50, L'd');
-        ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + deep.native()).c_str(), nullptr));
-    }
+    for (int level = 0; level < 6; ++level) deep /= std::wstring(50, L'd');
+    ASSERT_FALSE(platform::createDirectories(deep));
+    ASSERT_FALSE(platform::createDirectories(deep)) << "it is there";
+    EXPECT_TRUE(platform::appendToFile(deep / "log", "line"));
+    std::error_code error;
+    EXPECT_EQ(platform::pathKind(deep / "log", error), platform::PathKind::other);
+    EXPECT_TRUE(platform::createDirectories(deep / "log")) << "a file lies there";
     const auto file = folder.writeFile("file", "bytes");
     platform::copyFile(file, deep / L"Gehäuse 1.prt");
     EXPECT_TRUE(platform::isRegularFile(deep / L"Gehäuse 1.prt"));

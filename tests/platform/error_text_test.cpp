@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+#include <platform/error_text.h>
+#include <platform/reparse_tag.h>
+#include <platform/text_encoding.h>
+#include <platform/utf8.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+TEST(Utf8, tellsCharactersFromOtherBytes) {
+    const std::pair<std::string, std::size_t> cases[] = {
+        {"", 0},
+        {"a", 1},
+        {"\xC3\xA4z", 2},
+        {"\xE6\x97\xA5", 3},
+        {"\xF0\x9F\x94\xA9", 4},
+        {"\xF4\x8F\xBF\xBF", 4},
+        {"\xC3", 0},              // cut off
+        {"\x84", 0},              // begins in the middle
+        {"\xC0\xAF", 0},          // overlong
+        {"\xE0\x9F\x80", 0},      // overlong
+        {"\xED\xA0\x80", 0},      // a surrogate
+        {"\xF4\x90\x80\x80", 0},  // beyond the last character
+    };
+    for (const auto& [text, length] : cases) EXPECT_EQ(platform::utf8CharacterLength(text), length) << text;
+}
+
+TEST(ErrorText, comesOutInUtf8) {
+    // As with a compiler whose messages are in the western code page and whose paths are in UTF-8.
+    EXPECT_EQ(platform::utf8FromSystemText("Zugriff verweigert f\xFCr [\xE6\x97\xA5.prt]"),
+              "Zugriff verweigert f\xC3\xBCr [\xE6\x97\xA5.prt]");
+    EXPECT_EQ(platform::errorOf([] { throw std::runtime_error("Ger\xE4t"); }), "Ger\xC3\xA4t");
+    EXPECT_EQ(platform::errorOf([] { throw 1; }), "unknown");
+    EXPECT_FALSE(platform::errorOf([] {}).has_value());
+}
+
+TEST(ErrorText, namesTheCausesForTheLogAlone) {
+    try {
+        try {
+            throw std::runtime_error("The disk is full.");
+        } catch (...) {
+            std::throw_with_nested(std::runtime_error("The copy failed."));
+        }
+    } catch (...) {
+        EXPECT_EQ(platform::currentErrorText("-"), "The copy failed.");
+        EXPECT_EQ(platform::currentErrorChain("-"), "The copy failed. The disk is full.");
+    }
+}
+
+TEST(ReparsePoints, areLinksWhenTheyStandForAName) {
+    EXPECT_TRUE(platform::isLinkTag(0xA000000C)) << "symbolic link";
+    EXPECT_TRUE(platform::isLinkTag(0xA0000003)) << "mount point";
+    EXPECT_TRUE(platform::isLinkTag(0)) << "unknown";
+    EXPECT_FALSE(platform::isLinkTag(0x80000013)) << "deduplicated";
+    EXPECT_FALSE(platform::isLinkTag(0x9000001A)) << "in a cloud";
+    EXPECT_FALSE(platform::isLinkTag(0x80000017)) << "compressed by the system";
+}
+
+}  // namespace
