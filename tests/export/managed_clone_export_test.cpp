@@ -65,6 +65,16 @@ TEST_F(ManagedCloneExport, assemblyBringsItsMembers) {
     EXPECT_THAT(logLinesOf("DEBUG Adding managed NX assembly to UF_CLONE export: encoded_name="), SizeIs(1));
 }
 
+TEST_F(ManagedCloneExport, folderWhoseNameTheCodePageLacksIsGivenInItsShortForm) {
+    const fs::path temp = folder.path() / u8"temp 日本";
+    fs::create_directory(temp);
+    for (const char* name : {"TMP", "TMPDIR"}) test_support::setEnvironment(name, temp);
+    const auto& item = addManaged("4711", "bytes");
+    const std::string file = exportPart(item);
+    EXPECT_EQ(file, utf8FromPath(temp / exportFolder(item).filename() / "4711.prt"));
+    EXPECT_EQ(test_support::readFile(platform::pathFromUtf8(file)), "bytes");
+}
+
 TEST_F(ManagedCloneExport, cloneThatWritesNothingGivesNothing) {
     const auto& item = addManaged("4711");
     session.clone.writesNothing = true;
