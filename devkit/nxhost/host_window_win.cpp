@@ -246,7 +246,7 @@ void HostWindow::perform(const Json& step) {
 }
 
 void HostWindow::followEvents() {
-    stage_.transcript.collect();
+    stage_.transcript.collectAll();
     noteViolations(stage_);
 }
 

@@ -3,6 +3,7 @@
 #include "text.h"
 
 #include <regex>
+#include <utility>
 
 namespace nxhost {
 
@@ -33,16 +34,17 @@ Transcript::Transcript(std::ostream& out, const fs::path& sandbox, std::optional
       uploads_(sandbox / "service" / "uploads.jsonl") {}
 
 void Transcript::write(const Event& event) {
-    collect();
+    collectAll();
     put(event);
 }
 
-void Transcript::collect() {
-    collectLogs();
-    collectUploads();
+void Transcript::collectAll() {
+    collect();
+    for (auto& upload : std::exchange(waitingUploads_, {})) put(std::move(upload));
 }
 
-void Transcript::collectLogs() {
+void Transcript::collect() {
+    for (const auto& line : uploads_.newLines()) waitingUploads_.push_back(uploadEvent(line));
     std::error_code gone;  // folders come and go meanwhile
     for (auto entry = fs::recursive_directory_iterator(sandbox_, gone); entry != fs::end(entry);
          entry.increment(gone)) {
@@ -52,10 +54,6 @@ void Transcript::collectLogs() {
     }
     for (auto& [file, log] : logs_)
         for (const auto& line : log.newLines()) put(logEvent(line));
-}
-
-void Transcript::collectUploads() {
-    for (const auto& line : uploads_.newLines()) put(uploadEvent(line));
 }
 
 void Transcript::put(Event event) {

@@ -23,17 +23,20 @@ class Transcript {
     Transcript(std::ostream& out, const std::filesystem::path& sandbox, std::optional<Placeholders> placeholders);
 
     void write(const Event& event);
-    /// Notes new log lines and uploads.
+    /// Notes new log lines. New uploads wait for the next event: the lines that follow them in the log come first,
+    /// whenever they are noticed.
     void collect();
+    /// Notes new log lines and uploads.
+    void collectAll();
     /// Told of each event once it is written, as it is kept.
     std::function<void(const Event&)> onEvent;
 
     /// The events so far, scrubbed; what expectations are held against.
     const std::vector<Event>& events() const { return events_; }
+    /// The uploads that wait for the next event.
+    const std::vector<Event>& waitingUploads() const { return waitingUploads_; }
 
  private:
-    void collectLogs();
-    void collectUploads();
     void put(Event event);
 
     std::ostream& out_;
@@ -43,6 +46,7 @@ class Transcript {
     std::map<std::filesystem::path, Tail> logs_;
     Tail uploads_;
     std::vector<Event> events_;
+    std::vector<Event> waitingUploads_;
 };
 
 }  // namespace nxhost

@@ -63,8 +63,10 @@ std::function<bool(const Stage&)> eventCondition(const Event& pattern) {
     return [pattern](const Stage& stage) {
         stage.transcript.collect();
         const auto& events = stage.transcript.events();
-        return std::any_of(events.begin() + static_cast<std::ptrdiff_t>(stage.mark), events.end(),
-                           [&](const Event& event) { return fits(pattern, event); });
+        const auto& uploads = stage.transcript.waitingUploads();
+        const auto wanted = [&](const Event& event) { return fits(pattern, event); };
+        return std::any_of(events.begin() + static_cast<std::ptrdiff_t>(stage.mark), events.end(), wanted) ||
+               std::any_of(uploads.begin(), uploads.end(), wanted);
     };
 }
 
