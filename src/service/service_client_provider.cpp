@@ -28,12 +28,9 @@ std::shared_ptr<cpp_piv::CppPivClient> createClient() {
     return client;
 }
 
-/// `operation` of the client that the provider holds at the time of the call.
-template <auto operation>
-auto bound() {
-    return [](const auto&... arguments) {
-        return (ServiceClientProvider::instance().client().get()->*operation)(arguments...);
-    };
+/// The client that the provider holds at the time of the call.
+std::shared_ptr<cpp_piv::CppPivClient> client() {
+    return ServiceClientProvider::instance().client();
 }
 
 }  // namespace
@@ -69,15 +66,16 @@ cpp_piv::CppPivInitializeOptions makeInitializeOptions() {
 }
 
 auth::AuthClientCallbacks authClientCallbacks() {
-    using cpp_piv::CppPivClient;
-    return {bound<&CppPivClient::localAuthFlowAuthorize>(), bound<&CppPivClient::localAuthFlowComplete>(),
-            bound<&CppPivClient::getCurrentUser>(), bound<&CppPivClient::localAuthFlowLogout>()};
+    return {[] { return client()->localAuthFlowAuthorize(); }, [] { return client()->localAuthFlowComplete(); },
+            [](const auto&... arguments) { return client()->getCurrentUser(arguments...); },
+            [] { return client()->localAuthFlowLogout(); }};
 }
 
 pivra::WorkspaceServiceCallbacks workspaceServiceCallbacks() {
-    using cpp_piv::CppPivClient;
-    return {bound<&CppPivClient::listWorkspaces>(), bound<&CppPivClient::findRevision>(),
-            bound<&CppPivClient::getRootDirectory>(), bound<&CppPivClient::upload>()};
+    return {[](const auto&... arguments) { return client()->listWorkspaces(arguments...); },
+            [](const auto&... arguments) { return client()->findRevision(arguments...); },
+            [](const auto&... arguments) { return client()->getRootDirectory(arguments...); },
+            [](const auto&... arguments) { return client()->upload(arguments...); }};
 }
 
 }  // namespace service

@@ -8,9 +8,11 @@ namespace pivra {
 
 namespace {
 
-std::string nameOrEmpty(NXOpen::BasePart& part, NXOpen::NXString (NXOpen::BasePart::*name)()) {
+/// What `name` asks of the host; empty when the host throws.
+template <typename Name>
+std::string textOrEmpty(Name name) {
     try {
-        return nx::utf8((part.*name)());
+        return nx::utf8(name());
     } catch (...) {
         return {};
     }
@@ -20,8 +22,8 @@ std::string nameOrEmpty(NXOpen::BasePart& part, NXOpen::NXString (NXOpen::BasePa
 
 std::string partLogLabel(NXOpen::BasePart* part) {
     if (part == nullptr) return "<null part>";
-    const std::string leaf = nameOrEmpty(*part, &NXOpen::BasePart::Leaf);
-    const std::string path = nameOrEmpty(*part, &NXOpen::BasePart::FullPath);
+    const std::string leaf = textOrEmpty([&] { return part->Leaf(); });
+    const std::string path = textOrEmpty([&] { return part->FullPath(); });
     if (path.empty()) return leaf.empty() ? "<unnamed NX part>" : leaf;
     return leaf.empty() ? path : path + " (" + leaf + ")";
 }
