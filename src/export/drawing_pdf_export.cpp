@@ -1,6 +1,7 @@
 #include "export/drawing_pdf_export.h"
 
 #include "export/file_names.h"
+#include "export/host_numbers.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
 #include "logging/log_line.h"
@@ -33,8 +34,7 @@ using logging::LogWarning;
 
 using Sheets = std::vector<NXOpen::NXObject*>;
 
-/// Fixed by number.
-constexpr auto printAction = static_cast<NXOpen::PrintPDFBuilder::ActionOption>(3);
+constexpr auto printAction = static_cast<NXOpen::PrintPDFBuilder::ActionOption>(host_numbers::printAction);
 
 /// Ends a builder. It is gone even when that throws.
 struct BuilderDestroy {
@@ -60,6 +60,12 @@ Sheets sheetsOf(NXOpen::BasePart& part) {
     return sheets;
 }
 
+/// Says how many of the sheets are printed, where the host has a setting for it.
+template <typename Source>
+void selectSheets(Source& source, int count) {
+    if constexpr (requires { source.SetSelectedSheets(count); }) source.SetSelectedSheets(count);
+}
+
 std::optional<platform::FileTime> writeTime(const fs::path& file) {
     const auto facts = platform::fileFacts(file);
     return facts ? std::optional(facts->written) : std::nullopt;
@@ -80,7 +86,7 @@ bool print(NXOpen::BasePart& part, Sheets& sheets, const std::string& destinatio
     builder->SetAppend(false);
     builder->SetFilename(nx::toHost(destination));
     source->SetSheets(sheets);
-    source->SetSelectedSheets(static_cast<int>(sheets.size()));
+    selectSheets(*source, static_cast<int>(sheets.size()));
     builder->Commit();
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include "export/component_walk.h"
 #include "export/exported_files.h"
+#include "export/host_numbers.h"
 #include "export/nx_status.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
@@ -31,11 +32,10 @@ using logging::LogInfo;
 using logging::LogLine;
 using logging::LogWarning;
 
-// Settings of the clone that are fixed by number.
-constexpr auto exportOperation = static_cast<UF_CLONE_operation_class_t>(3);
-constexpr auto defaultAction = static_cast<UF_CLONE_action_t>(3);
-constexpr auto familyTreatment = static_cast<UF_CLONE_family_treatment_t>(1);
-constexpr auto namingByRule = static_cast<UF_CLONE_naming_technique_t>(2);
+constexpr auto exportOperation = static_cast<UF_CLONE_operation_class_t>(host_numbers::cloneOperation);
+constexpr auto defaultAction = static_cast<UF_CLONE_action_t>(host_numbers::cloneAction);
+constexpr auto familyTreatment = static_cast<UF_CLONE_family_treatment_t>(host_numbers::familyTreatment);
+constexpr auto namingByRule = static_cast<UF_CLONE_naming_technique_t>(host_numbers::cloneNaming);
 constexpr int detailedNamingFailures = 5;
 
 /// The part under export, as the log names it.

@@ -1,5 +1,6 @@
 #include "export/part_queries.h"
 
+#include "export/host_numbers.h"
 #include "export/nx_status.h"
 #include "logging/log.h"
 #include "logging/log_line.h"
@@ -19,8 +20,6 @@
 namespace pivra {
 
 namespace {
-
-constexpr int draftingModule = 1;
 
 /// The bracket is open; otherwise the log has the reason.
 bool opened(const nx::UfSession& session) {
@@ -68,7 +67,8 @@ bool isDrawingContext() {
     const nx::UfSession session;
     if (!opened(session)) return false;
     int module = 0;
-    return checkNxStatus("UF_ask_application_module", UF_ask_application_module(&module)) && module == draftingModule;
+    return checkNxStatus("UF_ask_application_module", UF_ask_application_module(&module)) &&
+           module == host_numbers::draftingModule;
 }
 
 bool isPartModified(NXOpen::BasePart* part, std::string_view check) {
