@@ -5,6 +5,9 @@
 #include <uf.h>
 #include <uf_exit.h>
 
+// The resource that a signed library carries. The host delivers it as a source to be included.
+#include <NXSigningResource.cpp>  // NOLINT(bugprone-suspicious-include)
+
 extern "C" {
 
 /// The user runs the plug-in. The arguments are not used.
@@ -21,7 +24,4 @@ DllExport int ufusr_ask_unload() {
 DllExport void ufusr_cleanup() {
     ui::guardRun(entry::cleanUp);
 }
-
-/// The host asks a signed library for this symbol; nothing of ours reads it.
-DllExport unsigned char NXSigningResource[1] = {};
 }

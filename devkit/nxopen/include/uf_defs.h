@@ -4,7 +4,7 @@
 // UF_terminate and the UF_free functions need an open bracket. Host's thread only.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 #if defined(_WIN32)
 #define DllExport __declspec(dllexport)

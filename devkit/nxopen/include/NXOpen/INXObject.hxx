@@ -1,7 +1,7 @@
 // What every object of a part answers; apart from its tag.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 #include <NXOpen/NXString.hxx>
 
 namespace NXOpen {

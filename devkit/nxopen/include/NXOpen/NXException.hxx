@@ -1,7 +1,7 @@
 // What a failing method throws.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 #include <exception>
 #include <string>

@@ -1,7 +1,7 @@
 // Modal message boxes.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 #include <NXOpen/NXString.hxx>
 
 #include <vector>

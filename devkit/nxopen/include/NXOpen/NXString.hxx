@@ -1,7 +1,7 @@
 // Text of the host: bytes and the encoding they came in.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 #include <string>
 

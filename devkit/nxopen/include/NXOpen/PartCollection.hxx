@@ -1,7 +1,7 @@
 // The parts of the session.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 namespace NXOpen {
 

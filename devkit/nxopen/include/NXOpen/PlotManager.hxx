@@ -1,7 +1,7 @@
 // Printing of a part.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 namespace devkit {
 struct PartData;

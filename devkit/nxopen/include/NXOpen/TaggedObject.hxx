@@ -1,7 +1,7 @@
 // Base of everything in the session that has a tag.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 #include <uf_defs.h>
 
 namespace NXOpen {

@@ -1,7 +1,7 @@
 // Base of everything that its caller deletes.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 namespace NXOpen {
 

@@ -1,7 +1,7 @@
 // When a change takes effect.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 namespace NXOpen {
 

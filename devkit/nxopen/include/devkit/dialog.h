@@ -1,7 +1,7 @@
 // A block dialog as read from its layout file, and what a presenter needs to show it.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 #include <filesystem>
 #include <functional>

@@ -2,7 +2,7 @@
 // thread and the bracket of the C interface, keeps a record, and makes calls fail on demand.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 #include <cstddef>
 #include <map>

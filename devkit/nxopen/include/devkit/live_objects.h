@@ -1,7 +1,7 @@
 // How many of the things that a plug-in must end itself are alive.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 namespace devkit {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <devkit/dialog.h>
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 #include <string>
 

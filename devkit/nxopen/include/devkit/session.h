@@ -3,7 +3,7 @@
 // All texts are UTF-8. Host's thread only.
 #pragma once
 
-#include <devkit/export.h>
+#include <nxopen_export.h>
 
 #include <deque>
 #include <filesystem>
