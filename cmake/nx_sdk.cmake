@@ -1,19 +1,65 @@
 # The real neighbours instead of the stand-ins: an NX installation and the service's client library.
-if(NOT EXISTS ${PIVRA_NX_SDK}/uf.h)
-  message(FATAL_ERROR "PIVRA_NX_SDK names no UGOPEN folder: ${PIVRA_NX_SDK}. Set UGII_BASE_DIR to the NX installation.")
-endif()
-if(NOT EXISTS ${PIVRA_CPP_PIV_SDK}/include/cpp_piv)
-  message(FATAL_ERROR "PIVRA_CPP_PIV_SDK names no folder of the client library: ${PIVRA_CPP_PIV_SDK}. Set CPP_PIV_SDK.")
-endif()
-# Newer releases split the C++ library by namespace, so all of its pieces are taken.
-file(GLOB nx_libraries ${PIVRA_NX_SDK}/libufun.lib ${PIVRA_NX_SDK}/libugopenint.lib ${PIVRA_NX_SDK}/libnxopencpp*.lib
-     ${PIVRA_NX_SDK}/libnxopenuicpp.lib)
+cmake_path(SET ugopen NORMALIZE "${PIVRA_NX_SDK}")
+cmake_path(SET cpp_piv_sdk NORMALIZE "${PIVRA_CPP_PIV_SDK}")
+
+function(require file what_to_do)
+  if(NOT EXISTS "${file}")
+    message(FATAL_ERROR "${file} is missing: ${what_to_do}")
+  endif()
+endfunction()
+
+# The files that the patterns find, without debug variants: those of a name with "d" behind that of another file, or
+# with "-d", "_d" or "debug".
+function(find_release_files result)
+  file(GLOB found LIST_DIRECTORIES false ${ARGN})
+  set(kept "")
+  foreach(file IN LISTS found)
+    string(REGEX REPLACE "d(\\.[a-z]+)$" "\\1" sibling "${file}")
+    if(NOT file MATCHES "([-_]d|[-_]?[Dd]ebug)\\.[a-z]+$" AND (sibling STREQUAL file OR NOT sibling IN_LIST found))
+      list(APPEND kept "${file}")
+    endif()
+  endforeach()
+  set(${result} "${kept}" PARENT_SCOPE)
+endfunction()
+
+require("${ugopen}/uf.h" "set UGII_BASE_DIR to the folder of an NX installation that has the NX Open headers.")
+set(whole_nx "repair the NX installation, with its NX Open programming tools.")
+require("${ugopen}/NXOpen/Session.hxx" "${whole_nx}")
+require("${ugopen}/NXSigningResource.cpp" "NX refuses a library without this resource; ${whole_nx}")
+# Later releases have divided the C++ library, so all of its pieces are taken.
+file(GLOB nx_libraries "${ugopen}/libnxopencpp*.lib")
+foreach(name ufun ugopenint nxopencpp nxopenuicpp)
+  require("${ugopen}/lib${name}.lib" "${whole_nx}")
+  list(APPEND nx_libraries "${ugopen}/lib${name}.lib")
+endforeach()
 list(REMOVE_DUPLICATES nx_libraries)
 add_library(nxopen INTERFACE)
-target_include_directories(nxopen SYSTEM INTERFACE ${PIVRA_NX_SDK})
+target_include_directories(nxopen SYSTEM INTERFACE "${ugopen}")
 target_link_libraries(nxopen INTERFACE ${nx_libraries})
 
-file(GLOB cpp_piv_libraries ${PIVRA_CPP_PIV_SDK}/lib/*.lib)
+require("${cpp_piv_sdk}/include/cpp_piv" "set CPP_PIV_SDK to the folder of the service's client library.")
+set(whole_client "take the whole folder of the service's client library.")
+require("${cpp_piv_sdk}/bin/gopiv-windows-amd64.dll" "${whole_client}")
+find_release_files(cpp_piv_libraries "${cpp_piv_sdk}/lib/*.lib" "${cpp_piv_sdk}/lib/[Rr]elease/*.lib")
+if(NOT cpp_piv_libraries)
+  message(FATAL_ERROR "${cpp_piv_sdk}/lib has no release library: ${whole_client}")
+endif()
+# What lies beside the plug-in when it ships. The client library itself may be a DLL.
+find_release_files(cpp_piv_dlls "${cpp_piv_sdk}/bin/cpp[-_]piv*.dll" "${cpp_piv_sdk}/bin/gopiv-windows-amd64.dll")
+
+# JSON objects cross the client library's border, so its own copy of the headers is the right one.
+if(EXISTS "${cpp_piv_sdk}/include/nlohmann/json.hpp")
+  set(json_headers "${cpp_piv_sdk}/include")
+else()
+  find_path(PIVRA_JSON_HEADERS nlohmann/json.hpp DOC "Folder above nlohmann/json.hpp")
+  if(NOT PIVRA_JSON_HEADERS)
+    message(FATAL_ERROR "The client library brings no nlohmann/json.hpp: set PIVRA_JSON_HEADERS to the folder above "
+                        "that header, of the version that the client library was built with.")
+  endif()
+  set(json_headers "${PIVRA_JSON_HEADERS}")
+endif()
+add_library(nlohmann_headers INTERFACE)
+target_include_directories(nlohmann_headers SYSTEM INTERFACE "${json_headers}")
 add_library(cpp_piv INTERFACE)
-target_include_directories(cpp_piv SYSTEM INTERFACE ${PIVRA_CPP_PIV_SDK}/include)
+target_include_directories(cpp_piv SYSTEM INTERFACE "${cpp_piv_sdk}/include")
 target_link_libraries(cpp_piv INTERFACE ${cpp_piv_libraries} nlohmann_headers)

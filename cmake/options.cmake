@@ -1,7 +1,8 @@
 # Compiler settings shared by every target.
 add_library(pivra_options INTERFACE)
 if(MSVC)
-  target_compile_options(pivra_options INTERFACE /W4 /utf-8 /EHsc)
+  # The resource compiler would not know them.
+  target_compile_options(pivra_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:/W4;/utf-8;/EHsc>")
 else()
   target_compile_options(pivra_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
 endif()

@@ -14,32 +14,15 @@ import subprocess
 import sys
 import zipfile
 
+from checks import SOURCES, check, differing, files_of, files_of_every_package, status
+
 ZIP, FOLDER, HOST = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]), sys.argv[3:]
-SOURCES = pathlib.Path(__file__).resolve().parent.parent
 VERSION = re.search(r"project\(\w+ VERSION ([\d.]+)", (SOURCES / "CMakeLists.txt").read_text()).group(1)
-failed = False
-
-
-def check(name, fault):
-    """Notes a check; `fault` says what is wrong, and is empty when nothing is."""
-    global failed
-    failed = failed or bool(fault)
-    print(f"FAILED {name}: {fault}" if fault else f"ok {name}")
-
-
-def differing(name, found, wanted):
-    check(name, "" if found == wanted else f"only found {sorted(found - wanted)}, only wanted {sorted(wanted - found)}")
-
-
-def files_of(folder):
-    return {str(p.relative_to(folder)) for p in folder.rglob("*") if p.is_file()}
 
 
 def wanted_files():
-    shipped = {f"{top}/{name}" for top in ("application", "startup") for name in files_of(SOURCES / "package" / top)}
     texts = re.findall(r"`([\w-]+\.txt)`", (SOURCES / "package/LICENCES.md").read_text())
-    built = {"application/nx-integration.dll", "application/gopiv-windows-amd64.dll"}
-    return shipped | built | {"LICENCES.md"} | {f"licences/{text}" for text in texts}
+    return files_of_every_package() | {f"licences/{text}" for text in texts}
 
 
 def settings_in(text, pattern):
@@ -74,7 +57,7 @@ def main():
 
     replay = SOURCES / "tests/replays/first-sign-in-and-upload.json"
     run([*HOST, "--installed", str(installed), "--sandbox", str(FOLDER / "Büro Süd"), str(replay)])
-    return 1 if failed else 0
+    return status()
 
 
 sys.exit(main())

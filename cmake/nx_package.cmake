@@ -1,0 +1,38 @@
+# What ships of the client library, and the texts of the licences of what is linked in. Without a text the build goes
+# through, but nothing is packed.
+set(PIVRA_CPP_PIV_LICENCES "" CACHE PATH "Folder of the client library's licence texts; empty searches its own folder")
+set(PIVRA_JSON_LICENCE "" CACHE FILEPATH "Licence text of nlohmann json; empty searches the client library's folder")
+
+function(refuse_to_pack what variable)
+  set(sentence "There is no licence text of ${what}, and the package needs it: set ${variable}.")
+  message(WARNING "${sentence}")
+  install(CODE "message(FATAL_ERROR [==[${sentence}]==])")
+endfunction()
+
+if(PIVRA_CPP_PIV_LICENCES)
+  file(GLOB texts LIST_DIRECTORIES false "${PIVRA_CPP_PIV_LICENCES}/*")
+else()
+  file(GLOB texts LIST_DIRECTORIES false "${cpp_piv_sdk}/LICEN[CS]E*" "${cpp_piv_sdk}/COPYING*" "${cpp_piv_sdk}/NOTICE*"
+       "${cpp_piv_sdk}/licen[cs]es/*")
+endif()
+set(json_text "${PIVRA_JSON_LICENCE}")
+if(NOT json_text)
+  set(found "${texts}")
+  list(FILTER found INCLUDE REGEX "(nlohmann|json)[^/]*$")
+  file(GLOB beside_headers LIST_DIRECTORIES false "${json_headers}/nlohmann/LICEN[CS]E*")
+  list(APPEND found ${beside_headers})
+  list(POP_FRONT found json_text)
+endif()
+list(REMOVE_ITEM texts "${json_text}")
+
+if(NOT texts)
+  refuse_to_pack("the client library" PIVRA_CPP_PIV_LICENCES)
+endif()
+if(NOT json_text)
+  refuse_to_pack("nlohmann json" PIVRA_JSON_LICENCE)
+endif()
+install(FILES ${cpp_piv_dlls} DESTINATION application)
+install(FILES ${texts} DESTINATION licences/cpp-piv)
+if(json_text)
+  install(FILES "${json_text}" DESTINATION licences RENAME nlohmann-json.txt)
+endif()

@@ -1,0 +1,141 @@
+#!/usr/bin/env python3
+"""Checks the build against NX, with MinGW and the devkit laid out as an installation: what it makes, and what it says
+when something is missing.
+
+Takes the stand-ins from the build of the preset windows. One line a check: "ok" or "FAILED", and its name.
+"""
+import contextlib
+import shutil
+import subprocess
+import sys
+import zipfile
+
+import nx_installation
+from checks import SOURCES, check, differing, files_of_every_package, status
+
+TOOLS = "x86_64-w64-mingw32"
+STAND_INS = SOURCES / "build/windows"
+FOLDER = SOURCES / "build/nx-installation"  # as the preset nx-check has it
+UGOPEN = FOLDER / "Program Files/Siemens/NX2306/UGOPEN"
+CLIENT = FOLDER / "Client Library"
+ASIDE = FOLDER / "aside"
+BUILD = SOURCES / "build/nx-check"
+NUMBERS = "src/CMakeFiles/pivra_export.dir/export/host_numbers_nx.cpp.obj"
+LIKE_32_BIT = ["-DCMAKE_CXX_FLAGS=-m32", "-DCMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY"]
+
+# What is taken away, further arguments, and what the configuration says then.
+MISSING = [
+    (UGOPEN / "uf.h", [], "set UGII_BASE_DIR"),
+    (UGOPEN / "NXSigningResource.cpp", [], "NX refuses a library without this resource"),
+    (UGOPEN / "libnxopenuicpp.lib", [], "repair the NX installation"),
+    (CLIENT / "include/cpp_piv", [], "set CPP_PIV_SDK"),
+    (CLIENT / "include/nlohmann", [], "set PIVRA_JSON_HEADERS"),
+    (CLIENT / "lib", [], "has no release library"),
+    (CLIENT / "bin/gopiv-windows-amd64.dll", [], "take the whole folder"),
+    (None, ["-DPIVRA_NX_CHECK=OFF"], "NX needs another compiler than GNU"),
+    (None, ["-B", BUILD / "32-bit", *LIKE_32_BIT], "NX loads libraries for x64 alone"),
+    (None, ["-B", BUILD / "no-compiler", "-DCMAKE_CXX_COMPILER=cl"], "There is no cl in the PATH"),
+]
+
+
+def run(*command):
+    """The status, and what was said with single blanks, since CMake breaks lines."""
+    result = subprocess.run(command, cwd=SOURCES, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+    return result.returncode, " ".join(result.stdout.split())
+
+
+def configure(*arguments):
+    return run("cmake", "--preset", "nx-check", *arguments)
+
+
+def check_success(name, result):
+    check(name, "" if result[0] == 0 else result[1][-2000:])
+    return result[0] == 0
+
+
+def check_refusal(name, result, sentence):
+    check(name, "it is taken" if result[0] == 0 else "" if sentence in result[1] else result[1][-600:])
+
+
+@contextlib.contextmanager
+def without(path):
+    if path is None:
+        yield
+        return
+    path.rename(ASIDE)
+    try:
+        yield
+    finally:
+        ASIDE.rename(path)
+
+
+@contextlib.contextmanager
+def changed(file, *replacements):
+    aside = shutil.copy2(file, file.with_name(file.name + " (aside)"))
+    try:
+        nx_installation.change(file, *replacements)
+        yield
+    finally:
+        aside.rename(file)
+
+
+def check_what_is_missing():
+    for path, arguments, sentence in MISSING:
+        with without(path):
+            check_refusal(f"a configuration that stops with \"{sentence}\"", configure(*arguments), sentence)
+
+
+def check_numbers():
+    """Other values of the enumerators stop the build, each with its sentence."""
+    clone = ["UF_CLONE_export_operation", "UF_CLONE_overwrite", "UF_CLONE_strip_family_status", "UF_CLONE_naming_rule"]
+    with changed(UGOPEN / "uf_clone.h", *((f"{name},", f"{name} = 40,") for name in clone)), \
+         changed(UGOPEN / "uf.h", ("UF_APP_DRAFTING 1", "UF_APP_DRAFTING 40")), \
+         changed(UGOPEN / "NXOpen/PrintPDFBuilder.hxx", ("ActionOptionNative }", "ActionOptionNative = 40 }")):
+        (BUILD / NUMBERS).unlink(missing_ok=True)
+        result = run("ninja", "-C", BUILD, NUMBERS)
+    for name in [*clone, "UF_APP_DRAFTING", "NXOpen::PrintPDFBuilder::ActionOptionNative"]:
+        check_refusal(f"another value of {name} stops the build", result, f"differs from {name} in the headers")
+
+
+def check_library():
+    hosts = [f"{name}.dll" for name in nx_installation.LIBRARIES]
+    library = BUILD / "bin/nx-integration.dll"
+    check_success("its exports and imports", run("tests/dll/check_dll.sh", f"{TOOLS}-objdump", library, *hosts))
+
+
+def pack():
+    return run("cpack", "--config", BUILD / "CPackConfig.cmake", "-B", BUILD / "package")
+
+
+def check_package():
+    for text, variable in ((CLIENT / "licenses/nlohmann-json.txt", "PIVRA_JSON_LICENCE"),
+                           (CLIENT / "LICENSE.txt", "PIVRA_CPP_PIV_LICENCES")):
+        with without(text):
+            if check_success(f"it can be configured without {text.name}", configure()):
+                check_refusal(f"it is not packed without {text.name}", pack(), f"set {variable}")
+    if not check_success("it can be configured again", configure()) or not check_success("it is packed", pack()):
+        return
+    with zipfile.ZipFile(next((BUILD / "package").glob("*.zip"))) as package:
+        differing("the package holds what ships and nothing else",
+                  {name for name in package.namelist() if not name.endswith("/")},
+                  files_of_every_package() | {"application/cpp-piv.dll", "licences/cpp-piv/LICENSE.txt",
+                                              "licences/nlohmann-json.txt"})
+        check("packing leaves a signed library as it is",
+              "" if package.read("application/nx-integration.dll") == (BUILD / "bin/nx-integration.dll").read_bytes()
+              else "the packed one differs")
+
+
+def main():
+    shutil.rmtree(FOLDER, ignore_errors=True)
+    (BUILD / "CMakeCache.txt").unlink(missing_ok=True)  # not its objects
+    nx_installation.lay_out_host(UGOPEN, SOURCES, STAND_INS, TOOLS)
+    nx_installation.lay_out_client_library(CLIENT, SOURCES, STAND_INS)
+    check_what_is_missing()
+    if check_success("it configures", configure()) and check_success("it builds", run("ninja", "-C", BUILD)):
+        check_numbers()
+        check_library()
+        check_package()
+    return status()
+
+
+sys.exit(main())
