@@ -122,10 +122,11 @@ void TestDialog::dialogShown_cb() {
     look("list-chosen-member", [this] { return chosenMember(); });
     look("block-texts", [this] { return textProperties(); });
     look("block-visibility", [this] { return visibility(); });
-    look("dialog-timer", [this] { return unless(timer_.start(50ms, [this] { ++ticks_; }), "it cannot be started"); });
+    timer_.start(50ms, [this] { ++ticks_; });
 }
 
 int TestDialog::update_cb(UIBlock* changed) {
+    if (posted_ != Clock::time_point()) return 0;
     look("dialog-update", [&] { return unless(changed == find(buttonId), "another object"); });
     look("dialog-timer", [this] { return unless(ticks_ > 0, "no tick"); });
     look("dialog-window", [this] {
