@@ -17,7 +17,8 @@ const std::string commandLineHead = "@DB/";
 /// A clone session with the settings of the plug-in's export.
 class CloneSession {
  public:
-    CloneSession() { statuses_.note("UF_CLONE_initialise", UF_CLONE_initialise(UF_CLONE_operation_class_t(3))); }
+    /// Throws as require(), so that nobody else's session is ended.
+    CloneSession() { require("UF_CLONE_initialise", UF_CLONE_initialise(UF_CLONE_operation_class_t(3))); }
     ~CloneSession() {
         if (isOpen_) UF_CLONE_terminate();
     }
