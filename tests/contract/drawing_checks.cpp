@@ -46,13 +46,13 @@ BuilderOwner builderOf(NXOpen::BasePart& part) {
     return builder;
 }
 
-std::string builder() {
+std::string printBuilder() {
     sheetsOf(displayedPart());
     builderOf(displayedPart()).release()->Destroy();
     return {};
 }
 
-std::string settings() {
+std::string printSettings() {
     sheetsOf(displayedPart());
     const auto builder = builderOf(displayedPart());
     builder->SetAction(static_cast<NXOpen::PrintPDFBuilder::ActionOption>(3));
@@ -61,7 +61,7 @@ std::string settings() {
     return {};
 }
 
-std::string sheets() {
+std::string allSheets() {
     auto sheets = sheetsOf(displayedPart());
     builderOf(displayedPart())->SourceBuilder()->SetSheets(sheets);
     return {};
@@ -77,7 +77,7 @@ std::string selectSheets(Source& source, int count) {
     }
 }
 
-std::string selectedSheets() {
+std::string numberOfSheets() {
     auto sheets = sheetsOf(displayedPart());
     const auto builder = builderOf(displayedPart());
     auto& source = *builder->SourceBuilder();
@@ -89,10 +89,10 @@ std::string selectedSheets() {
 
 std::vector<Check> drawingChecks() {
     return {
-        {"pdf-builder", builder},
-        {"pdf-settings", settings},
-        {"pdf-sheets", sheets},
-        {"pdf-selected-sheets", selectedSheets},
+        {"pdf-builder", printBuilder},
+        {"pdf-settings", printSettings},
+        {"pdf-sheets", allSheets},
+        {"pdf-selected-sheets", numberOfSheets},
     };
 }
 
