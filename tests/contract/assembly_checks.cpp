@@ -107,21 +107,21 @@ std::string childrenOfUnloaded() {
 std::string fileOfLoaded() {
     for (auto* component : loaded(nativePart())) {
         auto* part = dynamic_cast<NXOpen::Part*>(component->Prototype());
-        const auto file = placedFile(*component);
+        auto file = placedFile(*component);
         if (part != nullptr && file != nx::utf8(part->FullPath())) return file;
     }
     return {};
 }
 
 std::string fileOfUnloaded() {
-    const auto file = placedFile(unloaded(nativePart()));
+    auto file = placedFile(unloaded(nativePart()));
     return unless(platform::isRegularFile(platform::pathFromUtf8(file)), file);
 }
 
 std::string databaseNameOfLoaded() {
     for (auto* component : loaded(managedPart())) {
         auto* part = dynamic_cast<NXOpen::Part*>(component->Prototype());
-        const auto name = placedName(*component);
+        auto name = placedName(*component);
         std::string placed;
         std::string own;
         if (decode(name, placed) != 0) return name;
@@ -131,7 +131,7 @@ std::string databaseNameOfLoaded() {
 }
 
 std::string databaseNameOfUnloaded() {
-    const auto name = placedName(unloaded(managedPart()));
+    auto name = placedName(unloaded(managedPart()));
     std::string number;
     return unless(decode(name, number) == 0 && !number.empty(), name);
 }

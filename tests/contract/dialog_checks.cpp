@@ -180,7 +180,7 @@ std::string TestDialog::textProperties() {
     for (const auto& [name, text] : texts) {
         label->SetString(name.c_str(), nx::toHost(text));
         const auto back = nx::utf8(label->GetString(name.c_str()));
-        if (back != text) return name + " is \"" + back + "\"";
+        if (back != text) return name + ": " + back;
     }
     return {};
 }
