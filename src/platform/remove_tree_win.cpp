@@ -3,6 +3,8 @@
 #include <platform/remove_tree.h>
 #include <platform/reparse_point_win.h>
 
+#include <windows.h>
+
 #include <memory>
 #include <string_view>
 

@@ -2,6 +2,7 @@
 #include "check.h"
 #include "parts.h"
 
+#include <export/host_numbers.h>
 #include <nx/text.h>
 #include <platform/text_encoding.h>
 
@@ -55,7 +56,7 @@ std::string printBuilder() {
 std::string printSettings() {
     sheetsOf(displayedPart());
     const auto builder = builderOf(displayedPart());
-    builder->SetAction(static_cast<NXOpen::PrintPDFBuilder::ActionOption>(3));
+    builder->SetAction(static_cast<NXOpen::PrintPDFBuilder::ActionOption>(pivra::host_numbers::printAction));
     builder->SetAppend(false);
     builder->SetFilename(nx::toHost(platform::utf8FromPath(temporaryFolder() / "nx-contract.pdf")));
     return {};

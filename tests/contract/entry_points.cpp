@@ -8,10 +8,8 @@
 #include <NXOpen/NXMessageBox.hxx>
 #include <NXOpen/UI.hxx>
 
-// The resource that a signed library carries. An installation delivers it as a source; the stand-in may have none.
-#if __has_include(<NXSigningResource.cpp>)
+// The resource that a signed library carries.
 #include <NXSigningResource.cpp>
-#endif
 
 namespace {
 
@@ -49,8 +47,4 @@ DllExport int ufusr_ask_unload() {
 }
 
 DllExport void ufusr_cleanup() {}
-
-#if !__has_include(<NXSigningResource.cpp>)
-DllExport unsigned char NXSigningResource[1] = {};
-#endif
 }

@@ -2,6 +2,7 @@
 #include "check.h"
 #include "parts.h"
 
+#include <export/host_numbers.h>
 #include <nx/display_part.h>
 #include <nx/text.h>
 #include <platform/files.h>
@@ -25,6 +26,8 @@
 
 namespace contract {
 namespace {
+
+using namespace pivra::host_numbers;
 
 const std::string foreignText = "Ø80 – 図面";
 
@@ -114,13 +117,13 @@ std::string noDisplayedPart() {
 
 std::vector<Check> hostChecks() {
     return {
-        {"number-clone-operation", [] { return number(UF_CLONE_export_operation, 3); }},
-        {"number-clone-action", [] { return number(UF_CLONE_overwrite, 3); }},
-        {"number-family-treatment", [] { return number(UF_CLONE_strip_family_status, 1); }},
-        {"number-clone-naming", [] { return number(UF_CLONE_naming_rule, 2); }},
+        {"number-clone-operation", [] { return number(UF_CLONE_export_operation, cloneOperation); }},
+        {"number-clone-action", [] { return number(UF_CLONE_overwrite, cloneAction); }},
+        {"number-family-treatment", [] { return number(UF_CLONE_strip_family_status, familyTreatment); }},
+        {"number-clone-naming", [] { return number(UF_CLONE_naming_rule, cloneNaming); }},
         {"number-name-rule", [] { return number(UF_CLONE_replace_string, 0); }},
-        {"number-pdf-action", [] { return number(NXOpen::PrintPDFBuilder::ActionOptionNative, 3); }},
-        {"number-drafting-module", [] { return number(UF_APP_DRAFTING, 1); }},
+        {"number-pdf-action", [] { return number(NXOpen::PrintPDFBuilder::ActionOptionNative, printAction); }},
+        {"number-drafting-module", [] { return number(UF_APP_DRAFTING, draftingModule); }},
         {"numbers-by-name", statedNumbers},
         {"file-name-buffer", [] { return unless(MAX_FSPEC_BUFSIZE > 260, std::to_string(MAX_FSPEC_BUFSIZE)); }},
         {"text-utf8", utf8RoundTrip},

@@ -2,6 +2,7 @@
 #include "check.h"
 #include "parts.h"
 
+#include <export/host_numbers.h>
 #include <nx/clone_records.h>
 #include <nx/text.h>
 #include <platform/text_encoding.h>
@@ -12,13 +13,15 @@
 namespace contract {
 namespace {
 
+using namespace pivra::host_numbers;
+
 const std::string commandLineHead = "@DB/";
 
 /// A clone session with the settings of the plug-in's export.
 class CloneSession {
  public:
     /// Throws as require(), so that nobody else's session is ended.
-    CloneSession() { require("UF_CLONE_initialise", UF_CLONE_initialise(UF_CLONE_operation_class_t(3))); }
+    CloneSession() { require("UF_CLONE_initialise", UF_CLONE_initialise(UF_CLONE_operation_class_t(cloneOperation))); }
     ~CloneSession() {
         if (isOpen_) UF_CLONE_terminate();
     }
@@ -42,11 +45,12 @@ class CloneSession {
 void CloneSession::setUp() {
     const auto folder = nx::localeText(platform::utf8FromPath(temporaryFolder()));
     const auto noteOf = [this](const char* call, int status) { statuses_.note(call, status); };
-    noteOf("UF_CLONE_set_def_action", UF_CLONE_set_def_action(UF_CLONE_action_t(3)));
+    noteOf("UF_CLONE_set_def_action", UF_CLONE_set_def_action(UF_CLONE_action_t(cloneAction)));
     noteOf("UF_CLONE_set_def_directory", UF_CLONE_set_def_directory(folder.c_str()));
     noteOf("UF_CLONE_set_assoc_file_root_dir", UF_CLONE_set_assoc_file_root_dir(folder.c_str()));
-    noteOf("UF_CLONE_set_family_treatment", UF_CLONE_set_family_treatment(UF_CLONE_family_treatment_t(1)));
-    noteOf("UF_CLONE_set_def_naming", UF_CLONE_set_def_naming(UF_CLONE_naming_technique_t(2)));
+    noteOf("UF_CLONE_set_family_treatment",
+           UF_CLONE_set_family_treatment(UF_CLONE_family_treatment_t(familyTreatment)));
+    noteOf("UF_CLONE_set_def_naming", UF_CLONE_set_def_naming(UF_CLONE_naming_technique_t(cloneNaming)));
     setNameRule();
     noteOf("UF_CLONE_set_dryrun", UF_CLONE_set_dryrun(logical{}));
 }
