@@ -20,7 +20,7 @@ std::string currentErrorText(const char* otherwise) {
 }
 
 std::string currentErrorChain(const char* otherwise) {
-    const std::string text = currentErrorText(otherwise);
+    std::string text = currentErrorText(otherwise);
     try {
         throw;
     } catch (const std::nested_exception& outer) {
