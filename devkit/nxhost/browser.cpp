@@ -21,7 +21,7 @@ constexpr auto quietTime = 150ms;
 // On a busy computer the service's threads and the worker run between two looks, however late these come.
 constexpr int quietLooks = 15;
 constexpr auto unclaimedTime = 2s;
-constexpr auto quietLimit = 15s;
+constexpr auto quietLimit = 60s;
 
 std::string baseOf(const std::string& address) {
     return address.substr(0, address.find('/', address.find("//") + 2));

@@ -10,7 +10,7 @@ namespace nxhost {
 
 namespace {
 
-constexpr int waitLimit = 15000;  // milliseconds
+constexpr int waitLimit = 60000;  // milliseconds: a busy computer takes its time
 
 // The block of the open dialog, which the user must be able to use.
 devkit::BlockData& usableBlock(Stage& stage, const std::string& id, const char* type) {
