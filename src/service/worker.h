@@ -4,9 +4,10 @@
 #include "platform/detached_thread.h"
 #include "platform/thread_id.h"
 
-#include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
+#include <future>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -18,30 +19,32 @@ class Worker {
  public:
     /// Starts a thread that runs `task`; an exception that leaves `task` ends there. Throws std::system_error when no
     /// thread can be started.
-    explicit Worker(std::function<void()> task)
-        : number_(platform::runDetached([ended = ended_, task = std::move(task)] {
-              try {
-                  task();
-              } catch (...) {
-              }
-              ended->store(true);
-              ended->notify_all();
-          })) {}
+    explicit Worker(std::function<void()> task) : Worker(std::move(task), std::make_shared<std::promise<void>>()) {}
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
 
     /// True when the task has returned; join() then does not wait.
-    bool ended() const { return ended_->load(); }
+    bool ended() const { return end_.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }
     /// True on the worker's own thread.
     bool isCaller() const { return number_ == platform::currentThreadId(); }
     /// Waits for the task. Throws std::system_error (resource_deadlock_would_occur) on the worker's own thread.
     void join() const {
         if (isCaller()) throw std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur));
-        ended_->wait(false);
+        end_.wait();
     }
 
  private:
-    const std::shared_ptr<std::atomic<bool>> ended_ = std::make_shared<std::atomic<bool>>(false);
+    // A future and no std::atomic::wait(), which misses its wake-up now and then in MinGW's library.
+    Worker(std::function<void()> task, const std::shared_ptr<std::promise<void>>& end)
+        : end_(end->get_future()), number_(platform::runDetached([end, task = std::move(task)] {
+              try {
+                  task();
+              } catch (...) {
+              }
+              end->set_value();
+          })) {}
+
+    const std::future<void> end_;
     const std::uint32_t number_;
 };
 
