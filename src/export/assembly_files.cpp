@@ -155,10 +155,12 @@ void Collection::walk() {
     });
 }
 
-/// What is not loaded has no identifier, so that it cannot be sent; each is named once.
+/// What is not loaded has no identifier, so that it cannot be sent; each is named once. A name that the host fails to
+/// give costs the line its name, and not the members that follow.
 void Collection::noteUnloaded(NXOpen::Assemblies::Component& component) {
     collected_.hasUnloadedComponents = true;
-    const std::string name = nx::utf8(component.DisplayName());
+    std::string name;
+    if (platform::errorOf([&] { name = nx::utf8(component.DisplayName()); })) name = "unknown";
     const std::string file = fileOfComponent(component);
     if (!unloaded_.insert(file.empty() ? name : file).second) return;
     LogWarning(LogLine("Assembly member is not loaded and will not be uploaded:")

@@ -124,14 +124,12 @@ void CloneSession::perform() {
 
 /// The folder as the host's C interface takes it: in its code page, by the short form where that lacks a letter.
 std::string hostDirectory(const fs::path& directory) {
-    for (const fs::path& form : {directory, platform::shortPath(directory)}) {
-        if (auto text = nx::exactLocaleText(platform::utf8FromPath(form))) return *text;
-    }
+    if (auto text = nx::exactLocaleText(platform::utf8FromPath(directory))) return *text;
+    if (auto text = nx::exactLocaleText(platform::utf8FromPath(platform::shortPath(directory)))) return *text;
     throw std::runtime_error(
         "NX cannot be given the folder for temporary files, because its name has letters that the system's code page "
         "lacks. Set the environment variables TEMP and TMP to a folder with plain letters, such as C:/Temp, and "
-        "restart "
-        "NX.");
+        "restart NX.");
 }
 
 /// Runs the clone within the open bracket of the C interface and returns the part's number.

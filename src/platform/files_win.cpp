@@ -60,7 +60,7 @@ bool isRegularFile(const fs::path& file) {
     const auto name = extendedPath(file);
     const DWORD attributes = GetFileAttributesW(name.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
-           !isLink(attributes, reparseTag(name));
+           !isLink(attributes, name);
 }
 
 PathKind pathKind(const fs::path& path, std::error_code& error) {

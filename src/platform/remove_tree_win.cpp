@@ -33,8 +33,7 @@ std::error_code removeDirectory(const fs::path& directory) {
     return removeWith(&RemoveDirectoryW, directory);
 }
 
-EntryKind kindOf(DWORD attributes, DWORD tag) {
-    const bool link = isLink(attributes, tag);
+EntryKind kindOf(DWORD attributes, bool link) {
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return link ? EntryKind::directoryLink : EntryKind::directory;
     return link ? EntryKind::fileLink : EntryKind::file;
 }
@@ -48,7 +47,7 @@ std::vector<DirectoryEntry> list(const fs::path& directory) {
     const auto name = extendedPath(directory);
     const DWORD attributes = GetFileAttributesW(name.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return {};
-    if (kindOf(attributes, reparseTag(name)) != EntryKind::directory) return {};
+    if (kindOf(attributes, isLink(attributes, name)) != EntryKind::directory) return {};
     WIN32_FIND_DATAW found{};
     const HANDLE handle = FindFirstFileExW((name + L"\\*").c_str(), FindExInfoBasic, &found, FindExSearchNameMatch,
                                            nullptr, FIND_FIRST_EX_LARGE_FETCH);
@@ -58,7 +57,8 @@ std::vector<DirectoryEntry> list(const fs::path& directory) {
     do {
         const std::wstring_view entryName = found.cFileName;
         if (entryName == L"." || entryName == L"..") continue;
-        entries.push_back({name + L'\\' + found.cFileName, kindOf(found.dwFileAttributes, found.dwReserved0)});
+        const bool link = isLink(found.dwFileAttributes, found.dwReserved0);
+        entries.push_back({name + L'\\' + found.cFileName, kindOf(found.dwFileAttributes, link)});
     } while (FindNextFileW(search.get(), &found));
     return entries;
 }
