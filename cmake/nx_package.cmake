@@ -1,10 +1,10 @@
-# What ships of the client library, and the texts of the licences of what is linked in. Without a text the build goes
-# through, but nothing is packed.
+# Packs the client library's files and the licence texts of the linked libraries. If a licence text is missing, the build
+# succeeds, but packing fails.
 set(PIVRA_CPP_PIV_LICENCES "" CACHE PATH "Folder of the client library's licence texts; empty searches its own folder")
 set(PIVRA_JSON_LICENCE "" CACHE FILEPATH "Licence text of nlohmann json; empty searches the client library's folder")
 
 function(refuse_to_pack what variable)
-  set(sentence "There is no licence text of ${what}, and the package needs it: set ${variable}.")
+  set(sentence "The package needs the licence text of ${what}, which was not found: set ${variable}.")
   message(WARNING "${sentence}")
   install(CODE "message(FATAL_ERROR [==[${sentence}]==])")
 endfunction()

@@ -1,4 +1,4 @@
-# The real neighbours instead of the stand-ins: an NX installation and the service's client library.
+# Uses an NX installation and the service's client library instead of the stand-ins.
 cmake_path(SET ugopen NORMALIZE "${PIVRA_NX_SDK}")
 cmake_path(SET cpp_piv_sdk NORMALIZE "${PIVRA_CPP_PIV_SDK}")
 
@@ -8,8 +8,8 @@ function(require file what_to_do)
   endif()
 endfunction()
 
-# The files that the patterns find, without debug variants: those of a name with "d" behind that of another file, or
-# with "-d", "_d" or "debug".
+# Finds the files that match the patterns, without debug variants: files named like another file plus "d", or with "-d",
+# "_d" or "debug" at the end.
 function(find_release_files result)
   file(GLOB found LIST_DIRECTORIES false ${ARGN})
   set(kept "")
@@ -26,7 +26,7 @@ require("${ugopen}/uf.h" "set UGII_BASE_DIR to the folder of an NX installation 
 set(whole_nx "repair the NX installation, with its NX Open programming tools.")
 require("${ugopen}/NXOpen/Session.hxx" "${whole_nx}")
 require("${ugopen}/NXSigningResource.cpp" "NX refuses a library without this resource; ${whole_nx}")
-# Later releases have divided the C++ library, so all of its pieces are taken.
+# Later releases have split the C++ library, so link all of its parts.
 file(GLOB nx_libraries "${ugopen}/libnxopencpp*.lib")
 foreach(name ufun ugopenint nxopencpp nxopenuicpp)
   require("${ugopen}/lib${name}.lib" "${whole_nx}")
@@ -44,17 +44,17 @@ find_release_files(cpp_piv_libraries "${cpp_piv_sdk}/lib/*.lib" "${cpp_piv_sdk}/
 if(NOT cpp_piv_libraries)
   message(FATAL_ERROR "${cpp_piv_sdk}/lib has no release library: ${whole_client}")
 endif()
-# What lies beside the plug-in when it ships. The client library itself may be a DLL.
+# The DLLs that ship beside the plug-in. The client library itself may be one.
 find_release_files(cpp_piv_dlls "${cpp_piv_sdk}/bin/cpp[-_]piv*.dll" "${cpp_piv_sdk}/bin/gopiv-windows-amd64.dll")
 
-# JSON objects cross the client library's border, so its own copy of the headers is the right one.
+# JSON objects are passed to the client library, so use its own copy of the headers.
 if(EXISTS "${cpp_piv_sdk}/include/nlohmann/json.hpp")
   set(json_headers "${cpp_piv_sdk}/include")
 else()
   find_path(PIVRA_JSON_HEADERS nlohmann/json.hpp DOC "Folder above nlohmann/json.hpp")
   if(NOT PIVRA_JSON_HEADERS)
-    message(FATAL_ERROR "The client library brings no nlohmann/json.hpp: set PIVRA_JSON_HEADERS to the folder above "
-                        "that header, of the version that the client library was built with.")
+    message(FATAL_ERROR "The client library has no nlohmann/json.hpp: set PIVRA_JSON_HEADERS to the folder above that "
+                        "header, in the version that the client library was built with.")
   endif()
   set(json_headers "${PIVRA_JSON_HEADERS}")
 endif()

@@ -1,4 +1,4 @@
-# What is shipped, in the host's folder layout; `cpack` makes the zip and its checksum of it.
+# The files that ship, in the host's folder layout. `cpack` creates the zip and its checksum.
 install(TARGETS nx-integration LIBRARY DESTINATION application)
 install(DIRECTORY package/application package/startup DESTINATION .)
 install(FILES package/LICENCES.md DESTINATION .)
@@ -6,7 +6,7 @@ if(PIVRA_NX_SDK)
   include(cmake/nx_package.cmake)
 else()
   install(TARGETS gopiv RUNTIME DESTINATION application LIBRARY DESTINATION application)
-  # The texts of the licences as the distribution has them.
+  # The licence texts of the Linux distribution.
   foreach(text nlohmann-json=nlohmann-json3-dev mingw-w64=mingw-w64-x86-64-dev
           gcc-runtime=gcc-mingw-w64-x86-64-posix-runtime)
     string(REGEX MATCH "^(.*)=(.*)$" text ${text})

@@ -1,5 +1,5 @@
-# Header-only libraries, linked into a folder of their own: the system's include folder as a whole must not reach a
-# cross compiler, whose own C headers it would hide.
+# Header-only libraries, linked into a separate folder. A cross compiler must not search the system's include folder, whose
+# C headers would hide its own.
 find_path(PIVRA_SYSTEM_HEADERS nlohmann/json.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 set(header_farm ${CMAKE_BINARY_DIR}/headers)
 foreach(library nlohmann boost)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Compares the checks of tests/contract with the table of docs/real-host.md, both ways, and sees whether the files that
-the table names are there."""
+"""Checks that the table in docs/real-host.md lists exactly the checks of tests/contract, and that the files that it names
+exist."""
 import pathlib
 import re
 import sys
@@ -16,11 +16,11 @@ def main():
               for name in CHECK.findall(source.read_text(encoding="utf-8"))]
     document = (ROOT / "docs/real-host.md").read_text(encoding="utf-8")
     rows = ROW.findall(document)
-    faults = [f"two checks are called {name}" for name in sorted({n for n in checks if checks.count(n) > 1})]
+    faults = [f"two checks are named {name}" for name in sorted({n for n in checks if checks.count(n) > 1})]
     faults += [f"explained twice: {name}" for name in sorted({n for n in rows if rows.count(n) > 1})]
     faults += [f"not explained: {name}" for name in sorted(set(checks) - set(rows))]
-    faults += [f"explained, but no check: {name}" for name in sorted(set(rows) - set(checks))]
-    faults += [f"there is no {name}" for name in sorted(set(FILE.findall(document))) if not (ROOT / name).exists()]
+    faults += [f"explained, but no such check: {name}" for name in sorted(set(rows) - set(checks))]
+    faults += [f"no such file: {name}" for name in sorted(set(FILE.findall(document))) if not (ROOT / name).exists()]
     print("\n".join(faults) or f"{len(checks)} checks, all explained")
     return 1 if faults or len(checks) < 40 else 0
 

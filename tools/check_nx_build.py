@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Checks the build against NX, with MinGW and the devkit laid out as an installation: what it makes, and what it says
+"""Checks the build against NX, with MinGW and the devkit laid out as an NX installation: its results, and its messages
 when something is missing.
 
-Takes the stand-ins from the build of the preset windows. One line a check: "ok" or "FAILED", and its name.
+Uses the stand-ins from the build of the preset windows. Prints one line per check: "ok" or "FAILED", and its name.
 """
 import contextlib
 import shutil
@@ -15,7 +15,7 @@ from checks import SOURCES, check, differing, files_of_every_package, status
 
 TOOLS = "x86_64-w64-mingw32"
 STAND_INS = SOURCES / "build/windows"
-FOLDER = SOURCES / "build/nx-installation"  # as the preset nx-check has it
+FOLDER = SOURCES / "build/nx-installation"  # the path in the preset nx-check
 UGOPEN = FOLDER / "Program Files/Siemens/NX2306/UGOPEN"
 CLIENT = FOLDER / "Client Library"
 ASIDE = FOLDER / "aside"
@@ -23,7 +23,7 @@ BUILD = SOURCES / "build/nx-check"
 NUMBERS = "src/CMakeFiles/pivra_export.dir/export/host_numbers_nx.cpp.obj"
 LIKE_32_BIT = ["-DCMAKE_CXX_FLAGS=-m32", "-DCMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY"]
 
-# What is taken away, further arguments, and what the configuration says then.
+# The path that is removed, further arguments, and the expected message of the configuration.
 MISSING = [
     (UGOPEN / "uf.h", [], "set UGII_BASE_DIR"),
     (UGOPEN / "NXSigningResource.cpp", [], "NX refuses a library without this resource"),
@@ -39,7 +39,7 @@ MISSING = [
 
 
 def run(*command):
-    """The status, and what was said with single blanks, since CMake breaks lines."""
+    """The status and the output, with whitespace reduced to single spaces because CMake breaks lines."""
     result = subprocess.run(command, cwd=SOURCES, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
     return result.returncode, " ".join(result.stdout.split())
 
@@ -54,7 +54,7 @@ def check_success(name, result):
 
 
 def check_refusal(name, result, sentence):
-    check(name, "it is taken" if result[0] == 0 else "" if sentence in result[1] else result[1][-600:])
+    check(name, "it is accepted" if result[0] == 0 else "" if sentence in result[1] else result[1][-600:])
 
 
 @contextlib.contextmanager
@@ -86,7 +86,7 @@ def check_what_is_missing():
 
 
 def check_numbers():
-    """Other values of the enumerators stop the build, each with its sentence."""
+    """A changed value of an enumerator stops the build, each with its own message."""
     clone = ["UF_CLONE_export_operation", "UF_CLONE_overwrite", "UF_CLONE_strip_family_status", "UF_CLONE_naming_rule"]
     with changed(UGOPEN / "uf_clone.h", *((f"{name},", f"{name} = 40,") for name in clone)), \
          changed(UGOPEN / "uf.h", ("UF_APP_DRAFTING 1", "UF_APP_DRAFTING 40")), \
@@ -94,7 +94,7 @@ def check_numbers():
         (BUILD / NUMBERS).unlink(missing_ok=True)
         result = run("ninja", "-C", BUILD, NUMBERS)
     for name in [*clone, "UF_APP_DRAFTING", "NXOpen::PrintPDFBuilder::ActionOptionNative"]:
-        check_refusal(f"another value of {name} stops the build", result, f"differs from {name} in the headers")
+        check_refusal(f"a changed value of {name} stops the build", result, f"differs from {name} in the headers")
 
 
 def check_library():
@@ -116,18 +116,18 @@ def check_package():
     if not check_success("it can be configured again", configure()) or not check_success("it is packed", pack()):
         return
     with zipfile.ZipFile(next((BUILD / "package").glob("*.zip"))) as package:
-        differing("the package holds what ships and nothing else",
+        differing("the package contains exactly the files that ship",
                   {name for name in package.namelist() if not name.endswith("/")},
                   files_of_every_package() | {"application/cpp-piv.dll", "licences/cpp-piv/LICENSE.txt",
                                               "licences/nlohmann-json.txt"})
-        check("packing leaves a signed library as it is",
+        check("packing does not change a signed library",
               "" if package.read("application/nx-integration.dll") == (BUILD / "bin/nx-integration.dll").read_bytes()
               else "the packed one differs")
 
 
 def main():
     shutil.rmtree(FOLDER, ignore_errors=True)
-    (BUILD / "CMakeCache.txt").unlink(missing_ok=True)  # not its objects
+    (BUILD / "CMakeCache.txt").unlink(missing_ok=True)  # but keep its objects
     nx_installation.lay_out_host(UGOPEN, SOURCES, STAND_INS, TOOLS)
     nx_installation.lay_out_client_library(CLIENT, SOURCES, STAND_INS)
     check_what_is_missing()

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Checks the package as an administrator meets it: its checksum, its files, and the plug-in run from where it lies.
+"""Checks the package as an administrator receives it: its checksum, its files, and a run of the unpacked plug-in.
 
 usage: check_package.py ZIP FOLDER HOST...
 
-FOLDER is emptied and filled. HOST is the stand-in host's command line as far as its options. One line a check: "ok" or
-"FAILED", and its name.
+FOLDER is emptied, and the package is unpacked there. HOST is the command that starts the stand-in host, without options.
+Prints one line per check: "ok" or "FAILED", and its name.
 """
 import hashlib
 import pathlib
@@ -31,7 +31,7 @@ def settings_in(text, pattern):
 
 def run(host):
     result = subprocess.run(host, stdout=subprocess.PIPE, text=True, encoding="utf-8")
-    check("the host runs it from where it lies", f"status {result.returncode}" if result.returncode else "")
+    check("the host runs the unpacked plug-in", f"status {result.returncode}" if result.returncode else "")
     for what, sign in (("it uploads", '"event":"upload"'), ("its dialogs show the version", f'"label":"Version {VERSION}"')):
         check(what, "" if sign in result.stdout else f"no {sign} in the transcript")
 
@@ -39,17 +39,17 @@ def run(host):
 def main():
     check("the package is named after the version", "" if ZIP.name == f"pivra-nx-{VERSION}.zip" else ZIP.name)
     checksum = ZIP.with_name(ZIP.name + ".sha256").read_text().split()[0]
-    check("its checksum file fits", "" if hashlib.sha256(ZIP.read_bytes()).hexdigest() == checksum else checksum)
+    check("its checksum file matches", "" if hashlib.sha256(ZIP.read_bytes()).hexdigest() == checksum else checksum)
 
     shutil.rmtree(FOLDER, ignore_errors=True)
     installed = FOLDER / "Pivra für NX"
     with zipfile.ZipFile(ZIP) as package:
         package.extractall(installed)
-    differing("it holds what ships and nothing else", files_of(installed), wanted_files())
+    differing("it contains exactly the files that ship", files_of(installed), wanted_files())
 
     library = (installed / "application/nx-integration.dll").read_bytes()
     check("the library's resource has the version",
-          "" if ("FileVersion\0\0" + VERSION).encode("utf-16-le") in library else "another one, or none")
+          "" if ("FileVersion\0\0" + VERSION).encode("utf-16-le") in library else "a different one, or none")
     properties = (installed / "application/pivra.properties").read_text()
     check("pivra.properties sets nothing", ", ".join(settings_in(properties, r"^[^#\n].*")))
     differing("pivra.properties shows each setting", settings_in(properties, r"^# (pivra_\w+) ="),

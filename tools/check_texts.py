@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Compares the texts that the sources can show with those that docs/troubleshooting.md explains, both ways.
+"""Checks that docs/troubleshooting.md explains every text that the sources can show, and no other.
 
-A text that can be shown is a sentence, or the beginning of one, that is not written to the log. The other literals of
-the sources serve to find what the document calls a log line or a word of the dialogs.
+A text that can be shown is a sentence, or the beginning of one, that is not written to the log. The other literals are
+compared with the log lines and dialog labels that the document lists.
 """
 import pathlib
 import re
@@ -17,14 +17,14 @@ LOGGED = re.compile(r"\bLog(Debug|Info|Warning|Error|Line)?\w*\(")
 
 
 def literals_of(source):
-    """The text of each literal of a source, and the beginning of its statement."""
+    """The text of each literal in a source file, and the part of its statement before it."""
     code = COMMENT.sub("", source.read_text(encoding="utf-8"))
     for match in LITERAL.finditer(code):
         yield "".join(PIECE.findall(match.group())), re.split(r"[;{}]", code[: match.start()])[-1]
 
 
 def literals():
-    """The text of each literal in the sources, and whether its statement logs."""
+    """The text of each literal in the sources, and whether its statement writes to the log."""
     for source in sorted((ROOT / "src").rglob("*.*")):
         for text, statement in literals_of(source):
             yield text, bool(LOGGED.search(statement))
@@ -37,7 +37,7 @@ def is_shown(text):
 
 
 def heads_of_trouble():
-    """The heads of the log's warnings and errors: those in a statement that logs one, and those of tables of heads."""
+    """The beginnings of the warnings and errors in the log, from statements that log one and from tables of them."""
     for source in sorted((ROOT / "src").rglob("*.cpp")):
         for text, statement in literals_of(source):
             if TROUBLE.search(statement) and text[:1].isupper() and len(text.split()) >= 4:

@@ -1,4 +1,4 @@
-"""What the programs that check the build have in common: lines "ok" and "FAILED", and what a package holds."""
+"""Shared by the programs that check the build: the lines "ok" and "FAILED", and the files of a package."""
 import pathlib
 
 SOURCES = pathlib.Path(__file__).resolve().parent.parent
@@ -6,7 +6,7 @@ failed = False
 
 
 def check(name, fault):
-    """Notes a check; `fault` says what is wrong, and is empty when nothing is."""
+    """Reports a check; `fault` says what is wrong and is empty if the check passed."""
     global failed
     failed = failed or bool(fault)
     print(f"FAILED {name}: {fault}" if fault else f"ok {name}", flush=True)
@@ -25,7 +25,7 @@ def files_of(folder):
 
 
 def files_of_every_package():
-    """All but the texts of the licences, which depend on what is linked in."""
+    """All files except the licence texts, which depend on the linked libraries."""
     shipped = {f"{top}/{name}" for top in ("application", "startup") for name in files_of(SOURCES / "package" / top)}
     built = {"application/nx-integration.dll", "application/gopiv-windows-amd64.dll"}
     return shipped | built | {"LICENCES.md"}

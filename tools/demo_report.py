@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tells what happened in the demo's transcript and verifies what the service stored.
+"""Summarizes the demo's transcript and verifies what the service stored.
 
 usage: demo_report.py REPLAY DEMO_FOLDER    (transcript.jsonl, sandbox/, pictures/)
 """
@@ -26,7 +26,7 @@ def block(event, block_id):
 
 
 def account(event):
-    """One line for what a user would notice, or None."""
+    """One line for an event that a user would notice, or None."""
     kind = event["event"]
     if kind == "step" and isinstance(event["step"], dict) and "display" in event["step"]:
         return f"the user displays {event['step']['display']}"
@@ -83,7 +83,7 @@ class Demo:
         self.events = [json.loads(line) for line in text.splitlines()]
 
     def uploads(self):
-        """Each upload with the part that was displayed and the sheets that were printed for it."""
+        """Each upload with the displayed part and the sheets printed for it."""
         part, sheets = None, []
         for event in self.events:
             if event["event"] == "step" and isinstance(event["step"], dict):
@@ -95,7 +95,7 @@ class Demo:
                 sheets = []
 
     def expected(self, name):
-        """The bytes that a part of this file name has in the host."""
+        """The bytes of the part with this file name in the host."""
         if name in self.managed:
             return b"x" * self.managed[name]["size"]
         file = self.sandbox / "parts" / name
@@ -112,7 +112,7 @@ class Demo:
             if not sheets and content != self.expected(entry["name"]):
                 fail(f"the stored bytes of {entry['name']} are not the part's bytes")
             if hashlib.sha256(content).hexdigest() != entry["sha256"]:
-                fail(f"the service reports another checksum for {entry['name']} than its bytes have")
+                fail(f"the service reports a wrong checksum for {entry['name']}")
 
     def kinds(self):
         """The kinds of model that are open in the host."""

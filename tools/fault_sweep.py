@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Plays each replay once for each call of the host's interface that it makes, and lets that call fail.
+"""Plays each replay once for each call that it makes to the host's interface, with that call failing.
 
-usage: fault_sweep.py HOST FOLDER EVERY REPLAY...    (EVERY: 1 for each call, 10 for each tenth)
+usage: fault_sweep.py HOST FOLDER EVERY REPLAY...    (EVERY: 1 for every call, 10 for every tenth)
 
-Whatever fails, the host itself checks that no exception reached it, that brackets and help contexts are closed, and that
-no temporary file and no secret is left. Here it is checked that the files of the parts are as they were, that an
-attribute is saved or taken back, and that somebody is told: by a box, by the log, or by an upload that came about
-all the same. One line a replay: "ok" or "FAILED".
+In each run the host itself checks that no exception reached it, that UF_initialize brackets and help contexts are closed,
+and that no temporary file and no secret is left. This program checks that the files of the parts are unchanged, that an
+attribute is either saved or reverted, and that the failure is visible: in a message box, in the log, or by an upload that
+succeeded anyway. Prints one line per replay: "ok" or "FAILED".
 """
 import concurrent.futures
 import itertools
@@ -31,7 +31,7 @@ def contents(replay):
 
 
 def attribute_faults(events, replay):
-    """In the end an attribute is as it was, empty, or as it was saved last."""
+    """Checks that each attribute ends with its original value, empty, or with a value that was saved."""
     parts = json.loads(replay.read_text(encoding="utf-8"))["session"]["parts"]
     original = {part["name"]: part.get("attributes", {}).get("PIVRA_ID") for part in parts}
     current, good = dict(original), {name: {value, ""} for name, value in original.items()}
@@ -51,7 +51,7 @@ def is_told(events):
 
 
 def faults_of(run, sandbox, replay):
-    """What is wrong after a run with a failing call."""
+    """The faults found after a run with a failing call."""
     events = [json.loads(line) for line in run.stdout.splitlines()]
     said = run.stderr.splitlines()
     if run.returncode not in (0, 1) or len(said) > 1:
@@ -60,14 +60,14 @@ def faults_of(run, sandbox, replay):
     for name, text in contents(replay).items():
         file = sandbox / "parts" / name
         if not file.is_file() or file.read_text() != text:
-            faults.append(f"{name} is not as it was")
+            faults.append(f"{name} was changed")
     if not is_told(events):
-        faults.append("nobody was told")
+        faults.append("the failure was not reported")
     return faults
 
 
 def play(replay, number, null):
-    """The name of the call that failed, None when the replay has fewer calls; and what is wrong."""
+    """The name of the call that failed, or None if the replay makes fewer calls; and the faults found."""
     sandbox = FOLDER / f"{replay.stem}-{number}{'-null' if null else ''}"
     options = ["--fault", str(number)] + (["--null"] if null else [])
     run = subprocess.run([HOST, *options, "--keep", "--sandbox", str(sandbox), str(replay)], capture_output=True,
@@ -80,7 +80,7 @@ def play(replay, number, null):
 
 
 def sweep(pool, replay):
-    """The number of failing calls that were played, and what was wrong with which."""
+    """The number of failing calls that were played, and the faults found with each."""
     played, wrong = 0, []
     for first in itertools.count(EVERY, 32 * EVERY):
         numbers = range(first, first + 32 * EVERY, EVERY)
@@ -106,7 +106,7 @@ def main():
             if played < 100 // EVERY:
                 print(f"FAILED {replay.stem}: only {played} calls were played")
             elif not wrong:
-                print(f"ok {replay.stem}: each of {played} failing calls was survived")
+                print(f"ok {replay.stem}: {played} failing calls, all handled")
     return 1 if failed else 0
 
 

@@ -1,7 +1,7 @@
-"""Lays out what a build against NX finds on a designer's computer: an NX installation, and the client library's folder.
+"""Creates what a build against NX finds on a designer's computer: an NX installation and the client library's folder.
 
-The headers and what is linked are the devkit's, with names and places as in the originals. Here and there a header is
-changed to what another release may have, so that the sources are seen to take both.
+Headers and libraries come from the devkit, with the names and paths of the originals. Some headers are changed to what
+another release may declare, to check that the sources compile with both.
 """
 import os
 import pathlib
@@ -9,8 +9,8 @@ import re
 import shutil
 import subprocess
 
-# In which library of the host a symbol lies: the first pattern that its mangled name holds. Finer than a build needs,
-# so that a library which is not linked is missed.
+# The host's library that contains a symbol: the first whose pattern matches the mangled name. One library would do for a
+# build; dividing them shows when the build does not link one that it needs.
 LIBRARIES = {
     "libugopenint": r"UF_HELP_",
     "libufun": r"^UF_",
@@ -19,7 +19,7 @@ LIBRARIES = {
     "libnxopencpp_drawings": r"NXOpen8Drawings",
     "libnxopencpp": r"NXOpen",
 }
-# Header, what it says, and what it says in another release.
+# Header, its text, and the text in another release.
 OTHER_HOST = [
     ("uf_defs.h", "typedef bool logical;", "typedef unsigned char logical;"),
     ("NXOpen/PlotSourceBuilder.hxx", "void SetSelectedSheets(int count);", ""),
@@ -36,11 +36,11 @@ def take_other_release(folder, changes):
 
 
 def change(file, *replacements):
-    """Replaces text in a file. Its time tells only when the text or this program changed, so that a build can go on."""
+    """Replaces text in a file, and dates it by its original and this program, so that a rebuild compiles only what changed."""
     newest = max(file.stat().st_mtime_ns, pathlib.Path(__file__).stat().st_mtime_ns)
     text = file.read_text()
     for old, new in replacements:
-        assert old in text, f"{file} does not hold {old}"
+        assert old in text, f"{file} does not contain {old}"
         text = text.replace(old, new)
     file.write_text(text)
     os.utime(file, ns=(newest, newest))

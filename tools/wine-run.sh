@@ -1,6 +1,6 @@
 #!/bin/sh
-# Runs a Windows program under Wine, in a prefix of its own with a server that lingers for a while and then goes by
-# itself. The server and its services start with their output closed: a test runner waits for every open pipe.
+# Runs a Windows program under Wine, in its own prefix, with a server that stays for a while and then exits by itself. The
+# server and its services start with their output closed, because a test runner waits for every open pipe.
 set -eu
 : "${WINEPREFIX:=${XDG_CACHE_HOME:-$HOME/.cache}/pivra-nx/wine${DISPLAY:+-gui}}"; export WINEPREFIX
 export WINEDEBUG="${WINEDEBUG:--all,err+module}"
@@ -15,8 +15,8 @@ if ! wineserver -k0 >/dev/null 2>&1 9>&-; then
   wine cmd /c exit 0 </dev/null >"$WINEPREFIX.boot.log" 2>&1 9>&- || true
 fi
 exec 9>&-
-# The first program with a window starts Wine's desktop, which keeps that program's error output open as long as there
-# are windows at all: no pipe, for somebody may wait for its end.
+# The first program with a window starts Wine's desktop, which keeps that program's error output open as long as any window
+# exists. So the output goes to a file: a reader of a pipe would wait for its end.
 errors=$(mktemp)
 status=0
 wine "$@" 2>"$errors" || status=$?
