@@ -1,17 +1,17 @@
-// What the plug-in's work costs beside the least that it could cost, the floor, measured in turns in the same run: a
-// noisy machine slows both. Of each pair of turns the ratio is taken, and of the ratios the median.
-#include <config/properties.h>
-#include <devkit/gate.h>
+// What the plug-in's work costs next to a baseline, the least that it could cost, measured alternately in the same run:
+// a noisy machine slows both. Of each pair of turns the ratio is taken, and of the ratios the median.
+#include <devkit/call_interceptor.h>
 #include <devkit/session.h>
-#include <export/assembly_checks.h>
-#include <export/assembly_files.h>
-#include <export/managed_clone_export.h>
-#include <export/session_temp_directories.h>
-#include <logging/log.h>
-#include <platform/files.h>
-#include <platform/remove_tree.h>
-#include <platform/text_encoding.h>
 #include <support/plugin_folder.h>
+#include "config/properties.h"
+#include "export/assembly_checks.h"
+#include "export/assembly_files.h"
+#include "export/managed_clone_export.h"
+#include "export/session_temp_directories.h"
+#include "logging/log.h"
+#include "platform/files.h"
+#include "platform/remove_tree.h"
+#include "platform/text_encoding.h"
 
 #include <algorithm>
 #include <chrono>
@@ -31,18 +31,18 @@ double secondsOf(const Action& action) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Prints how many times the floor the work takes: the median, and the quarter of the rounds below and above it.
-void compare(const char* name, const Action& work, const char* floorName, const Action& floor) {
+/// Prints how many times the baseline the work takes: the median, and the quarter of the rounds below and above it.
+void compare(const char* name, const Action& work, const char* baselineName, const Action& baseline) {
     constexpr std::size_t rounds = 15;
     work();
-    floor();
+    baseline();
     std::vector<double> ratios;
     for (std::size_t round = 0; round < rounds; ++round) {
-        const double least = secondsOf(floor);
+        const double least = secondsOf(baseline);
         ratios.push_back(secondsOf(work) / least);
     }
     std::sort(ratios.begin(), ratios.end());
-    std::printf("%-52s %6.2f times %s (%.2f to %.2f)\n", name, ratios[rounds / 2], floorName, ratios[rounds / 4],
+    std::printf("%-52s %6.2f times %s (%.2f to %.2f)\n", name, ratios[rounds / 2], baselineName, ratios[rounds / 4],
                 ratios[3 * rounds / 4]);
 }
 
@@ -137,10 +137,11 @@ void Bench::assembly() {
         }
     };
     compare("collecting 500 parts in 5,000 places", collect, "copying their files", copy);
-    devkit::Gate::instance().reset();
+    devkit::CallInterceptor::instance().reset();
     collect();
-    std::printf("%-52s %6zu calls of the host, %.1f for each place\n", "", devkit::Gate::instance().calls().size(),
-                static_cast<double>(devkit::Gate::instance().calls().size()) / placements);
+    std::printf("%-52s %6zu calls of the host, %.1f for each place\n", "",
+                devkit::CallInterceptor::instance().calls().size(),
+                static_cast<double>(devkit::CallInterceptor::instance().calls().size()) / placements);
 }
 
 void Bench::checks() {
@@ -148,8 +149,9 @@ void Bench::checks() {
     compare(
         "both checks of these 5,000 places",
         [&] {
-            pivra::hasUnsavedComponent(root);
-            pivra::hasUnsupportedComponent(root);
+            pivra::ExportRun run(pivra::IdentifierForm::display);
+            pivra::hasUnsavedComponent(root, run);
+            pivra::hasUnsupportedComponent(root, run);
         },
         "asking each file whether it is there",
         [&] {

@@ -2,7 +2,7 @@
 # C headers would hide its own.
 find_path(PIVRA_SYSTEM_HEADERS nlohmann/json.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 set(header_farm ${CMAKE_BINARY_DIR}/headers)
-foreach(library nlohmann boost)
+foreach(library nlohmann boost kainjow valijson CLI)
   file(MAKE_DIRECTORY ${header_farm}/${library})
   if(NOT EXISTS ${PIVRA_SYSTEM_HEADERS}/${library})
     message(FATAL_ERROR "The headers of ${library} are missing from ${PIVRA_SYSTEM_HEADERS}.")

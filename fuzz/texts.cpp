@@ -1,14 +1,13 @@
 // Everything that reads texts from outside, and what must hold for each of them whatever the text is. The first byte
 // chooses the reader.
-#include <config/log_settings.h>
-#include <config/properties.h>
-#include <export/file_names.h>
-#include <platform/text_encoding.h>
-#include <service/workspaces.h>
-#include <traceability/traceable_id.h>
-#include <ui/main_dialog_text.h>
-#include <ui/progress_text.h>
-#include <ui/upload_link.h>
+#include "config/log_settings.h"
+#include "config/properties.h"
+#include "platform/text.h"
+#include "platform/text_encoding.h"
+#include "service/workspaces.h"
+#include "traceability/nx_uuid.h"
+#include "ui/dialog_text.h"
+#include "ui/upload_link.h"
 
 #include <array>
 #include <cstdint>
@@ -22,7 +21,7 @@ void require(bool holds) {
 }
 
 bool isTrimmed(const std::string& text) {
-    return config::Trim(text) == text;
+    return platform::Trim(text) == text;
 }
 
 void properties(const std::string& text) {
@@ -33,8 +32,8 @@ void properties(const std::string& text) {
 }
 
 void names(const std::string& text) {
-    require(pivra::fileStem(text) + pivra::fileExtension(text) == pivra::lastPathComponent(text));
-    const std::string safe = pivra::sanitizeFileName(text);
+    require(platform::fileStem(text) + platform::fileExtension(text) == platform::lastPathComponent(text));
+    const std::string safe = platform::sanitizeFileName(text);
     require(!safe.empty() && safe.find_first_of("\"*/:<>?\\|") == std::string::npos);
     const std::string round = platform::utf8FromPath(platform::pathFromUtf8(text));
     require(platform::utf8FromPath(platform::pathFromUtf8(round)) == round);
@@ -68,7 +67,7 @@ void uploadResponse(const std::string& text) {
     for (std::string line; std::getline(lines, line);) entries.emplace("entry" + std::to_string(number++), line);
     const auto link = ui::uploadLink(entries);
     if (!link) return;
-    require(config::toLower(*link).rfind("http", 0) == 0);
+    require(platform::toLower(*link).rfind("http", 0) == 0);
     for (const char character : *link) require(character > ' ' && character < '\x7f');
 }
 

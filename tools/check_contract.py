@@ -6,7 +6,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-CHECK = re.compile(r'^\s*\{"([a-z0-9-]+)", ', re.MULTILINE)
+CHECK = re.compile(r'\bcheck\("([a-z0-9-]+)"')
 ROW = re.compile(r"^\| `([a-z0-9-]+)` \|", re.MULTILINE)
 FILE = re.compile(r"`((?:src|devkit|package|tests)/[^`]+)`")
 
@@ -22,7 +22,7 @@ def main():
     faults += [f"explained, but no such check: {name}" for name in sorted(set(rows) - set(checks))]
     faults += [f"no such file: {name}" for name in sorted(set(FILE.findall(document))) if not (ROOT / name).exists()]
     print("\n".join(faults) or f"{len(checks)} checks, all explained")
-    return 1 if faults or len(checks) < 40 else 0
+    return 1 if faults or not checks else 0
 
 
 sys.exit(main())

@@ -1,20 +1,48 @@
 #include <cpp_piv/bridge.h>
 
-#include <mutex>
 #include <stdexcept>
 #include <utility>
 
 #include "gopiv/gopiv.h"
-#include "native_library.h"
+
+#if defined(_WIN32)
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
 
 namespace cpp_piv {
 namespace {
 
 using Sink = std::function<void(const std::string&, const std::string&)>;
 
+/// Loads the library, with its own dependencies from the folder beside it. It stays for the process: its threads may
+/// still be on their way out when the last client goes.
+void* loadLibrary(const std::string& path) {
+#if defined(_WIN32)
+    void* library = reinterpret_cast<void*>(LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+    const std::string reason = library == nullptr ? "error " + std::to_string(GetLastError()) : "";
+#else
+    void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    const std::string reason = library == nullptr ? dlerror() : "";
+#endif
+    if (library == nullptr) {
+        throw std::runtime_error("The service library \"" + path + "\" cannot be loaded: " + reason + ".");
+    }
+    return library;
+}
+
+void* findFunction(void* library, const char* name) {
+#if defined(_WIN32)
+    return reinterpret_cast<void*>(GetProcAddress(reinterpret_cast<HMODULE>(library), name));
+#else
+    return dlsym(library, name);
+#endif
+}
+
 template <class Function>
 Function* nativeFunction(void* library, const std::string& path, const char* name) {
-    void* address = findNativeFunction(library, name);
+    void* address = findFunction(library, name);
     if (address == nullptr) {
         throw std::runtime_error("The service library \"" + path + "\" lacks the entry point " + name + ".");
     }
@@ -25,68 +53,49 @@ Function* nativeFunction(void* library, const std::string& path, const char* nam
 
 struct DynamicCppPivBridge::Library {
     explicit Library(const std::string& path)
-        : handle(loadNativeLibrary(path)),
+        : handle(loadLibrary(path)),
           create(nativeFunction<decltype(gopiv_create)>(handle, path, "gopiv_create")),
           destroy(nativeFunction<decltype(gopiv_destroy)>(handle, path, "gopiv_destroy")),
           setLog(nativeFunction<decltype(gopiv_set_log)>(handle, path, "gopiv_set_log")),
           perform(nativeFunction<decltype(gopiv_call)>(handle, path, "gopiv_call")),
-          release(nativeFunction<decltype(gopiv_free)>(handle, path, "gopiv_free")),
-          client(create()) {
-        if (client == nullptr) {
-            throw std::runtime_error("The service library \"" + path + "\" made no client.");
-        }
-    }
+          client(create()) {}
     ~Library() { destroy(client); }
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
-
-    Sink currentSink() {
-        const std::lock_guard lock(mutex);
-        return sink;
-    }
 
     void* handle;
     decltype(gopiv_create)* create;
     decltype(gopiv_destroy)* destroy;
     decltype(gopiv_set_log)* setLog;
     decltype(gopiv_call)* perform;
-    decltype(gopiv_free)* release;
     gopiv_client* client;
-    std::mutex mutex;
-    Sink sink;  ///< guarded by the mutex
+    Sink sink;
 };
 
-DynamicCppPivBridge::DynamicCppPivBridge(std::string libraryPath) : library_(std::make_unique<Library>(libraryPath)) {
-    library_->setLog(
-        library_->client,
-        [](void* library, const char* level, const char* text) {
-            try {
-                if (const Sink sink = static_cast<Library*>(library)->currentSink()) {
-                    sink(level, text);
-                }
-            } catch (...) {
-                // A failing logger must not unwind through the native library.
-            }
-        },
-        library_.get());
-}
+DynamicCppPivBridge::DynamicCppPivBridge(std::string libraryPath) : library_(std::make_unique<Library>(libraryPath)) {}
 
 DynamicCppPivBridge::~DynamicCppPivBridge() = default;
 
 std::string DynamicCppPivBridge::call(const std::string& operation, const std::string& request) {
-    // Taken before the call: the bridge may be gone when a wait that its end has broken off returns.
-    auto* const release = library_->release;
-    const std::unique_ptr<char, decltype(release)> answer(
-        library_->perform(library_->client, operation.c_str(), request.c_str()), release);
-    if (answer == nullptr) {
-        throw std::runtime_error("The service library gave no answer to the operation " + operation + ".");
-    }
-    return answer.get();
+    std::string answer;
+    library_->perform(
+        library_->client, operation.c_str(), request.c_str(),
+        [](void* context, const char* text) { *static_cast<std::string*>(context) = text; }, &answer);
+    return answer;
 }
 
 void DynamicCppPivBridge::setLogSink(Sink sink) {
-    const std::lock_guard lock(library_->mutex);
     library_->sink = std::move(sink);
+    library_->setLog(
+        library_->client,
+        [](void* context, const char* level, const char* text) {
+            try {
+                (*static_cast<const Sink*>(context))(level, text);
+            } catch (...) {
+                // A failing logger must not unwind through the native library.
+            }
+        },
+        &library_->sink);
 }
 
 }  // namespace cpp_piv

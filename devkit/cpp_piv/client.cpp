@@ -1,5 +1,6 @@
 #include <cpp_piv/client.h>
 
+#include <map>
 #include <stdexcept>
 #include <utility>
 
@@ -11,16 +12,12 @@ namespace {
 using nlohmann::json;
 
 void writeLog(ICppPivLogger& logger, const std::string& level, const std::string& text) {
-    const std::string line = "[cpp-piv] " + text;
-    if (level == "error") {
-        logger.error(line);
-    } else if (level == "warning") {
-        logger.warning(line);
-    } else if (level == "info") {
-        logger.info(line);
-    } else {
-        logger.debug(line);
-    }
+    using Writer = void (ICppPivLogger::*)(const std::string&);
+    static const std::map<std::string, Writer> writers{{"debug", &ICppPivLogger::debug},
+                                                       {"info", &ICppPivLogger::info},
+                                                       {"warning", &ICppPivLogger::warning},
+                                                       {"error", &ICppPivLogger::error}};
+    (logger.*writers.at(level))("[cpp-piv] " + text);
 }
 
 /// The "result" of an answer. An "error" is thrown: its text, or UnknownFailure when it has none.
@@ -37,7 +34,9 @@ json resultOf(const json& answer) {
 
 template <class Result>
 Result perform(CppPivBridgeInterface& bridge, const std::string& operation, const json& request) {
-    const std::string text = request.dump(-1, ' ', false, json::error_handler_t::replace);
+    json members = json::object();
+    members.merge_patch(request);  // leaves out what is null
+    const std::string text = members.dump(-1, ' ', false, json::error_handler_t::replace);
     try {
         return resultOf(json::parse(bridge.call(operation, text))).get<Result>();
     } catch (const json::exception& error) {

@@ -1,55 +1,26 @@
 #include "gopiv.h"
 
-#include <cstdlib>
-#include <cstring>
-#include <nlohmann/json.hpp>
-#include <string>
-
 #include "client.h"
-#include "text.h"
 
-struct gopiv_client {
-    gopiv::Client client;
-};
+struct gopiv_client : gopiv::Client {};
 
 namespace {
-
-using nlohmann::json;
 
 bool processIsEnding = false;
 
 #if defined(_WIN32)
-/// At the end of a process its libraries are told in turn, this one first, and every other thread is gone by then: a
-/// client that goes later must not wait for any.
+/// When a process ends, Windows stops all other threads and then destroys the libraries' static objects, this one's
+/// first. A client that is destroyed later must not wait for a thread.
 struct EndNotice {
     ~EndNotice() { processIsEnding = true; }
 };
 const EndNotice endNotice;
 #endif
 
-json answerTo(gopiv::Client& client, const char* operation, const char* request) {
-    try {
-        return {{"result", client.call(operation, json::parse(request))}};
-    } catch (const std::exception& error) {
-        return {{"error", error.what()}};
-    } catch (const gopiv::SilentRefusal&) {
-        return {{"error", nullptr}};
-    }
-}
-
-char* copyOf(const std::string& text) {
-    auto* const copy = static_cast<char*>(std::malloc(text.size() + 1));
-    return copy == nullptr ? nullptr : static_cast<char*>(std::memcpy(copy, text.c_str(), text.size() + 1));
-}
-
 }  // namespace
 
 gopiv_client* gopiv_create(void) {
-    try {
-        return new gopiv_client;
-    } catch (...) {
-        return nullptr;
-    }
+    return new gopiv_client;
 }
 
 void gopiv_destroy(gopiv_client* client) {
@@ -59,18 +30,11 @@ void gopiv_destroy(gopiv_client* client) {
 }
 
 void gopiv_set_log(gopiv_client* client, gopiv_log_function log, void* context) {
-    client->client.log().setSink(log, context);
+    client->setLog(log, context);
 }
 
-char* gopiv_call(gopiv_client* client, const char* operation, const char* request) {
-    try {
-        return copyOf(
-            answerTo(client->client, operation, request).dump(-1, ' ', false, json::error_handler_t::replace));
-    } catch (...) {
-        return nullptr;
-    }
-}
-
-void gopiv_free(char* answer) {
-    std::free(answer);
+void gopiv_call(gopiv_client* client, const char* operation, const char* request, gopiv_answer_function answer,
+                void* context) {
+    constexpr auto replaceBadUtf8 = nlohmann::json::error_handler_t::replace;
+    answer(context, client->call(operation, request).dump(-1, ' ', false, replaceBadUtf8).c_str());
 }

@@ -1,17 +1,31 @@
-// A small HTTP client for tests and for the program that plays the browser's part. It follows no redirection by itself.
-// All functions block, may be called on any thread, and throw std::runtime_error when the server cannot be reached or
-// answers no HTTP.
+// A small HTTP client, which plays the browser for the stand-in host and for tests, and the form fields that the
+// service reads too. It follows no redirection by itself. The functions of the client block and throw
+// std::runtime_error when the server cannot be reached or does not answer in HTTP. Any thread; all texts are UTF-8.
 #pragma once
 
+#include <map>
 #include <string>
-
-#include "http_text.h"
+#include <string_view>
 
 namespace devkit {
 
+/// Fields of a form or of an address's query, by name.
+using Fields = std::map<std::string, std::string>;
+
+/// `text` with everything but letters, digits and "-._~" written as %XX.
+std::string percentEncode(std::string_view text);
+
+/// The reverse. A "%" without two hexadecimal digits behind it stays, and so does a "+".
+std::string percentDecode(std::string_view text);
+
+/// Joins fields as "name=value&name=value", encoded.
+std::string encodeFields(const Fields& fields);
+
+/// Reads such a text; a "+" is a blank, and the last of several equal names wins.
+Fields parseFields(const std::string& text);
+
 struct HttpAnswer {
     int status = 0;
-    std::string contentType;
     std::string location;  ///< full address of a redirection, otherwise empty
     std::string body;
 };
@@ -22,12 +36,9 @@ HttpAnswer httpGet(const std::string& address);
 /// POST of a form to such an address.
 HttpAnswer httpPost(const std::string& address, const Fields& form);
 
-/// Value of the hidden input `name` of a page; empty when the page has none.
-std::string hiddenField(const std::string& page, const std::string& name);
-
 /// Does in the browser what the user does after the plug-in has opened a sign-in address: loads the page, presses
 /// "Sign in" or "Refuse", and follows the redirection back to the client. Returns the last page. Throws
-/// std::runtime_error as well when a page of the way is not the expected one.
+/// std::runtime_error also when one of the pages has an unexpected status.
 HttpAnswer answerSignIn(const std::string& address, bool accept);
 
 }  // namespace devkit

@@ -5,32 +5,30 @@
 #include <memory>
 #include <string>
 
-#include "http_text.h"
+#include "http_client.h"
 
 namespace gopiv {
 
 struct HttpRequest {
-    std::string method;  ///< "GET" or "POST"; any other has been refused already
+    std::string method;
     std::string path;
-    devkit::Fields query;
-    devkit::Fields form;  ///< of a POST
+    devkit::Fields fields;  ///< of a POST's form, otherwise of the query
 };
 
 struct HttpResponse {
-    int status = 200;
-    std::string contentType = "text/html; charset=utf-8";
     std::string body;
-    std::string location;  ///< of a redirection
+    int status = 200;
+    std::string location = {};  ///< of a redirection
+    std::string contentType = "text/html; charset=utf-8";
 };
 
 /// Answers requests; called on the server's one thread. What it throws becomes a page with status 500.
-using HttpHandler = std::function<HttpResponse(const HttpRequest&)>;
+using HttpHandler = std::function<HttpResponse(HttpRequest)>;
 
-/// Listens on 127.0.0.1 from construction to destruction. Requests of over 16 KiB are dropped; those for another host
-/// than "127.0.0.1:<port>" (421) and those from another origin's pages (403) never reach the handler.
+/// Listens on 127.0.0.1 from construction to destruction.
 class HttpServer {
  public:
-    /// `port` 0 takes a free one. Throws std::runtime_error when the port cannot be had.
+    /// `port` 0 takes a free one. Throws std::runtime_error when the port is taken.
     HttpServer(unsigned short port, HttpHandler handler);
     /// Closes every connection; the handler is not called again. Waits for no thread's exit, so it may be called while
     /// the loader's lock is held.

@@ -1,41 +1,60 @@
-#include "pages.h"
+// What the service serves to a browser: the templates of pages/, filled in.
+#include <boost/algorithm/string/replace.hpp>
+#include <kainjow/mustache.hpp>
 
-#include "html.h"
+#include "page_templates.h"
+#include "service.h"
 
-namespace gopiv::pages {
+namespace gopiv {
 namespace {
 
-using html::document;
-using html::escaped;
+namespace mustache = kainjow::mustache;
 using nlohmann::json;
 
-constexpr const char* filesStart = R"(<h2 id="files">Files</h2>
-<div class="scroll" role="region" aria-labelledby="files" tabindex="0">
-<table>
-<thead>
-<tr>
-<th scope="col">File</th>
-<th scope="col" class="number">Bytes</th>
-<th scope="col">Revision</th>
-<th scope="col">File id</th>
-<th scope="col">SHA-256</th>
-</tr>
-</thead>
-<tbody>
-)";
-constexpr const char* filesEnd = R"(</tbody>
-</table>
-</div>
-<nav aria-label="Service"><p><a href="/">All workspaces</a></p></nav>
-)";
+/// Empty for null.
+std::string textOf(const json& value) {
+    return value.is_string() ? value.get<std::string>() : value.is_null() ? "" : value.dump();
+}
 
-/// A member as text: a string's own, a number's digits, nothing for null.
-std::string memberText(const json& object, const char* name) {
-    const json value = object.value(name, json());
-    if (value.is_null()) {
-        return "";
+mustache::data templateData(const json& value) {
+    if (value.is_object()) {
+        mustache::data object(mustache::data::type::object);
+        for (const auto& [name, member] : value.items()) {
+            object.set(name, templateData(member));
+        }
+        return object;
     }
-    return escaped(value.is_string() ? value.get<std::string>() : value.dump());
+    if (value.is_array()) {
+        mustache::data list(mustache::data::type::list);
+        for (const json& entry : value) {
+            list.push_back(templateData(entry));
+        }
+        return list;
+    }
+    if (value.is_boolean()) {
+        return value.get<bool>();
+    }
+    return textOf(value);
+}
+
+std::string escaped(const std::string& text) {
+    return boost::replace_all_copy(mustache::html_escape(text), "&apos;", "&#39;");
+}
+
+std::string render(const char* text, const json& values) {
+    mustache::mustache page(text);
+    page.set_custom_escape(escaped);
+    return page.render(templateData(values));
+}
+
+/// A whole page with `body` of that template below its heading.
+std::string document(const std::string& title, const char* body, const json& values) {
+    return render(templates::page, {{"title", title}, {"body", render(body, values)}});
+}
+
+/// A member as text, empty when it is missing or null.
+std::string memberText(const json& object, const char* name) {
+    return textOf(object.value(name, json()));
 }
 
 std::string userLabel(const json& user) {
@@ -44,104 +63,130 @@ std::string userLabel(const json& user) {
     return name == " " ? email : name + " (" + email + ")";
 }
 
-std::string workspaceName(const json& workspace) {
-    const std::string name = memberText(workspace, "name");
-    return name.empty() ? "(unnamed workspace)" : name;
+std::string labelOf(const Workspace& workspace) {
+    return workspace.name.empty() ? "(unnamed workspace)" : workspace.name;
 }
 
-/// The workspace's name, or its number when the service has forgotten it.
-std::string workspaceOf(const ServiceData& data, const json& revision) {
-    for (const json& workspace : data.workspaces) {
-        if (workspace["id"] == revision["workspaceId"]) {
-            return workspaceName(workspace);
-        }
-    }
-    return memberText(revision, "workspaceId");
+/// `revision` with what its pages show beside its members.
+json described(json revision) {
+    const std::string time = revision["createdAt"];  // "YYYY-MM-DDTHH:MM:SSZ"
+    revision["time"] = time.substr(0, 10) + " " + time.substr(11, 5) + " UTC";
+    const json files = revision["files"];
+    std::string title = memberText(revision, "fileName");
+    title = title.empty() && !files.empty() ? memberText(files.front(), "name") : title;
+    revision["title"] = title.empty() ? "(unnamed file)" : title;
+    return revision;
 }
 
-std::string revisionTitle(const json& revision) {
-    const json& files = revision["files"];
-    for (const json& name : {revision["fileName"], files.empty() ? json() : files.front()["name"]}) {
-        if (name.is_string() && name != "") {
-            return name.get<std::string>();
-        }
-    }
-    return "(unnamed file)";
-}
-
-/// When a revision came, to the minute: its time is "YYYY-MM-DDTHH:MM:SSZ".
-std::string timeOf(const json& revision) {
-    const std::string time = memberText(revision, "createdAt");
-    return "<time datetime=\"" + time + "\">" + time.substr(0, 10) + " " + time.substr(11, 5) + " UTC</time>";
-}
-
-/// Digits in groups of three.
-std::string grouped(std::string digits) {
+/// A number with its digits in groups of three.
+std::string grouped(const json& number) {
+    std::string digits = number.dump();
     for (std::size_t place = 3; place < digits.size(); place += 4) {
         digits.insert(digits.size() - place, ",");
     }
     return digits;
 }
 
-std::string listItem(const json& revision) {
-    return "<li><a href=\"/models?revisionId=" + memberText(revision, "revisionId") + "\">" +
-           escaped(revisionTitle(revision)) + "</a>, revision " + memberText(revision, "revision") + ", " +
-           timeOf(revision) + "</li>\n";
+HttpResponse message(const std::string& title, const std::string& text, int status = 200) {
+    return {document(title, templates::message, {{"text", text}}), status};
 }
 
-std::string workspaceSection(const json& workspace, const json& revisions) {
-    std::string items;
-    for (const json& revision : revisions) {
-        items += revision["workspaceId"] == workspace["id"] ? listItem(revision) : "";
-    }
-    return "<section>\n<h2>" + workspaceName(workspace) + "</h2>\n" +
-           (items.empty() ? "<p>Nothing has been uploaded yet.</p>\n" : "<ul>\n" + items + "</ul>\n") + "</section>\n";
+HttpResponse deadEnd(const std::string& text) {
+    return message("This page leads nowhere", text, 400);
 }
 
-std::string fileRow(const json& file) {
-    return "<tr><th scope=\"row\">" + memberText(file, "name") + "</th><td class=\"number\">" +
-           grouped(memberText(file, "size")) + "</td><td>" + memberText(file, "revision") + "</td><td><code>" +
-           memberText(file, "fileId") + "</code></td><td><code>" + memberText(file, "sha256") + "</code></td></tr>\n";
-}
-
-std::string facts(const ServiceData& data, const json& revision) {
-    return "<dl>\n<dt>Workspace</dt><dd>" + workspaceOf(data, revision) + "</dd>\n<dt>Revision</dt><dd>" +
-           memberText(revision, "revision") + "</dd>\n<dt>Uploaded</dt><dd>" + timeOf(revision) + "</dd>\n</dl>\n";
+HttpResponse notFound() {
+    return message("Not found", "The development service has no such page.", 404);
 }
 
 }  // namespace
 
-std::string signIn(const ServiceData& data, const std::string& clientId, const std::string& ticket) {
-    std::string body = "<p>The program with the client id <strong>" + escaped(clientId) +
-                       "</strong> asks to act for <strong>" + userLabel(data.user) + "</strong>.</p>\n";
-    body += R"(<form method="post" action="/authorize">
-<input type="hidden" name="ticket" value=")" +
-            escaped(ticket) + R"(">
-<button class="main" type="submit" name="decision" value="accept">Sign in</button>
-<button type="submit" name="decision" value="refuse">Refuse</button>
-</form>
-)";
-    return document("Sign in to Pivra", body);
-}
-
-std::string message(const std::string& title, const std::string& text) {
-    return document(title, "<p>" + escaped(text) + "</p>\n");
-}
-
-std::string overview(const ServiceData& data, const json& revisions) {
-    std::string sections;
-    for (const json& workspace : data.workspaces) {
-        sections += workspaceSection(workspace, revisions);
+HttpResponse Service::page(HttpRequest& request) {
+    if (request.path == "/authorize") {
+        return request.method == "POST" ? signInAnswer(request.fields) : signInPage(request.fields);
     }
-    return document("Workspaces", sections.empty() ? "<p>There are no workspaces.</p>\n" : sections);
-}
-
-std::string revision(const ServiceData& data, const json& revision) {
-    std::string rows;
-    for (const json& file : revision["files"]) {
-        rows += fileRow(file);
+    if (request.path == "/callback") {
+        return callback(request.fields);
     }
-    return document(revisionTitle(revision), facts(data, revision) + filesStart + rows + filesEnd);
+    if (request.path == "/signed-out") {
+        return message("You are signed out", "You can close this page.");
+    }
+    if (request.path == "/") {
+        return overviewPage();
+    }
+    if (request.path == "/models") {
+        return revisionPage(request.fields["revisionId"]);
+    }
+    return request.path == "/dev/status" ? statusReport() : notFound();
 }
 
-}  // namespace gopiv::pages
+HttpResponse Service::signInPage(devkit::Fields& query) {
+    if (!signIns_.isWaiting(query["state"])) {
+        return deadEnd("This sign-in is unknown or has been answered already. Start the sign-in again from NX.");
+    }
+    return {document("Sign in to Pivra", templates::sign_in,
+                     {{"clientId", clientId_}, {"user", userLabel(data().user)}, {"state", query["state"]}})};
+}
+
+HttpResponse Service::signInAnswer(devkit::Fields& form) {
+    const auto code = signIns_.answer(form["state"], form["decision"] == "accept");
+    if (!code) {
+        return deadEnd("This form has been sent already. Start the sign-in again from NX.");
+    }
+    devkit::Fields query = {{"state", form["state"]}};
+    query[code->empty() ? "error" : "code"] = code->empty() ? "access_denied" : *code;
+    return {"", 302, "/callback?" + devkit::encodeFields(query)};
+}
+
+HttpResponse Service::callback(devkit::Fields& query) {
+    const std::string code = query["code"];
+    if (!signIns_.finish(query["state"], code)) {
+        return deadEnd("This sign-in is unknown or has ended already. Start the sign-in again from NX.");
+    }
+    return code.empty() ? message("Sign-in refused", "You were not signed in. Return to NX.")
+                        : message("You are signed in", "Return to NX. You can close this page.");
+}
+
+HttpResponse Service::overviewPage() const {
+    const ServiceData known = data();
+    const json revisions = store_.revisions(known.revisions);
+    json workspaces = json::array();
+    for (const Workspace& workspace : known.workspaces) {
+        json listed = json::array();
+        for (const json& revision : revisions) {
+            if (revision["workspaceId"] == workspace.id) {
+                listed.push_back(described(revision));
+            }
+        }
+        workspaces.push_back({{"name", labelOf(workspace)}, {"empty", listed.empty()}, {"revisions", listed}});
+    }
+    return {document("Workspaces", templates::workspaces, {{"workspaces", workspaces}})};
+}
+
+HttpResponse Service::revisionPage(const std::string& id) const {
+    const ServiceData known = data();
+    for (const json& revision : store_.revisions(known.revisions)) {
+        if (revision["revisionId"].dump() == id) {
+            json values = described(revision);
+            values["workspace"] = revision["workspaceId"];
+            for (const Workspace& workspace : known.workspaces) {
+                if (workspace.id == revision["workspaceId"]) {
+                    values["workspace"] = labelOf(workspace);
+                }
+            }
+            for (json& file : values["files"]) {
+                file["size"] = file.contains("size") ? grouped(file["size"]) : "";
+            }
+            return {document(values["title"], templates::revision, values)};
+        }
+    }
+    return notFound();
+}
+
+HttpResponse Service::statusReport() const {
+    json status = status_();
+    status["flows"] = signIns_.status();
+    return {status.dump(), 200, "", "application/json"};
+}
+
+}  // namespace gopiv

@@ -1,10 +1,9 @@
 #include "revision_store.h"
 
-#include <algorithm>
 #include <fstream>
-#include <vector>
+#include <mutex>
+#include <sstream>
 
-#include "file_lock.h"
 #include "sha256.h"
 #include "text.h"
 
@@ -14,139 +13,102 @@ namespace {
 using nlohmann::json;
 namespace fs = std::filesystem;
 
+// Ids below this one are left to the revisions of service.json.
+constexpr std::int64_t firstId = 1001;
 constexpr const char* descriptionFile = "revision.json";
 
-/// Readers see the old file or the new one, never a part of it.
-void writeAtomically(const fs::path& file, const json& content) {
-    fs::path temporary = file;
-    temporary += ".tmp";
-    std::ofstream stream(temporary, std::ios::binary | std::ios::trunc);
-    stream << content.dump(2) << '\n';
-    stream.close();
+std::string readBytes(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
     if (!stream) {
-        throw Refusal("The development service cannot write " + utf8FromPath(file) + ".");
+        throw Refusal("The file " + utf8(file) + " cannot be read.");
     }
-    fs::rename(temporary, file);
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return bytes.str();
+}
+
+void writeBytes(const fs::path& file, const std::string& bytes) {
+    if (!devkit::writeWholeFile(file, bytes)) {
+        throw Refusal("The file " + utf8(file) + " cannot be written.");
+    }
 }
 
 /// The name under which a file is stored: a plain name that leads nowhere else.
 std::string plainName(const json& file) {
-    std::string name = file.value("fileName", "");
-    if (name.empty()) {
-        name = utf8FromPath(pathFromUtf8(file.value("path", "")).filename());
-    }
-    const bool hasForbidden = std::any_of(name.begin(), name.end(), [](unsigned char c) {
-        return c < ' ' || std::string_view("\\/:*?\"<>|").find(static_cast<char>(c)) != std::string_view::npos;
-    });
-    if (hasForbidden || name.find_first_not_of('.') == std::string::npos) {
+    const std::string given = file.value("fileName", "");
+    const std::string& name = given.empty() ? utf8(pathOf(file.value("path", "")).filename()) : given;
+    if (name.find_first_of("\\/:*?\"<>|\n") != std::string::npos || name.find_first_not_of('.') == std::string::npos) {
         throw Refusal("\"" + name + "\" is no name for an uploaded file.");
     }
     return name;
 }
 
-/// `folder / name`, or when that is taken the same name in the first free numbered folder below.
-fs::path freePlace(const fs::path& folder, const std::string& name) {
-    fs::path place = folder / pathFromUtf8(name);
-    for (int number = 2; fs::exists(place); ++number) {
-        place = folder / std::to_string(number) / pathFromUtf8(name);
+/// `name`, or when `folder` has that already the same name in the first free numbered folder below. "/" separates them.
+std::string freePlace(const fs::path& folder, const std::string& name) {
+    std::string place = name;
+    for (int number = 2; place == descriptionFile || fs::exists(folder / pathOf(place)); ++number) {
+        place = std::to_string(number) + "/" + name;
     }
-    fs::create_directories(place.parent_path());
     return place;
 }
 
-struct Copied {
-    std::uintmax_t size = 0;
-    std::string sha256;
-};
-
-Copied copyFile(const fs::path& from, const fs::path& to) {
-    std::ifstream source(from, std::ios::binary);
-    std::ofstream target(to, std::ios::binary | std::ios::trunc);
-    std::vector<char> piece(std::size_t{64} * 1024);
-    Copied copied;
-    Sha256 digest;
-    while (source && target) {
-        source.read(piece.data(), static_cast<std::streamsize>(piece.size()));
-        const auto length = static_cast<std::size_t>(source.gcount());
-        target.write(piece.data(), source.gcount());
-        digest.update({piece.data(), length});
-        copied.size += length;
-    }
-    target.close();
-    if (!source.eof() || !target) {
-        throw Refusal("The file " + utf8FromPath(source.eof() ? to : from) + " cannot be " +
-                      (source.eof() ? "written." : "read."));
-    }
-    copied.sha256 = digest.finish();
-    return copied;
-}
-
 /// The line of uploads.jsonl: the description without what differs from run to run.
-json uploadLine(const json& revision) {
-    json line = revision;
-    line.erase("createdAt");
-    for (json& file : line["files"]) {
+std::string uploadLine(json revision) {
+    revision.erase("createdAt");
+    for (json& file : revision["files"]) {
         file.erase("storedAs");
     }
-    return line;
+    return revision.dump() + "\n";
 }
 
 }  // namespace
 
-json RevisionStore::revisions() const {
-    if (!fs::exists(folder_)) {
-        return json::array();
+json RevisionStore::revisions(json earlier) const {
+    for (std::int64_t id = firstId; fs::exists(revisionFolder(id)); ++id) {
+        if (std::ifstream stream(revisionFolder(id) / descriptionFile, std::ios::binary); stream) {
+            earlier.push_back(json::parse(stream));
+        }
     }
-    const FileLock lock(folder_ / "index.lock");
-    return readIndex()["revisions"];
+    return earlier;
 }
 
 std::int64_t RevisionStore::reserve() const {
-    fs::create_directories(folder_);
-    const FileLock lock(folder_ / "index.lock");
-    json index = readIndex();
-    const auto id = index["nextRevisionId"].get<std::int64_t>();
-    index["nextRevisionId"] = id + 1;
-    writeIndex(index);
-    fs::create_directories(revisionFolder(id));
-    writeAtomically(revisionFolder(id) / descriptionFile, json::object());  // so that no upload takes that name
+    fs::create_directories(folder_ / "revisions");
+    std::int64_t id = firstId;
+    while (!fs::create_directory(revisionFolder(id))) {
+        ++id;
+    }
     return id;
 }
 
 json RevisionStore::storeFile(std::int64_t id, const json& file) const {
     const std::string name = plainName(file);
-    const fs::path place = freePlace(revisionFolder(id), name);
-    const Copied copied = copyFile(pathFromUtf8(file.at("path")), place);
-    const std::u8string storedAs = place.lexically_relative(revisionFolder(id)).generic_u8string();
+    const std::string bytes = readBytes(pathOf(file.at("path")));
+    const std::string storedAs = freePlace(revisionFolder(id), name);
+    const fs::path place = revisionFolder(id) / pathOf(storedAs);
+    fs::create_directories(place.parent_path());
+    writeBytes(place, bytes);
     return {{"name", name},
-            {"storedAs", std::string(storedAs.begin(), storedAs.end())},
+            {"storedAs", storedAs},
             {"fileId", file.value("fileId", "")},
             {"revision", file.value("revision", "")},
-            {"size", copied.size},
-            {"sha256", copied.sha256}};
+            {"size", bytes.size()},
+            {"sha256", sha256(bytes)}};
 }
 
 void RevisionStore::commit(const json& revision) const {
-    const FileLock lock(folder_ / "index.lock");
-    writeAtomically(revisionFolder(revision.at("revisionId")) / descriptionFile, revision);
-    std::ofstream(folder_ / "uploads.jsonl", std::ios::binary | std::ios::app) << uploadLine(revision).dump() << '\n';
-    json index = readIndex();
-    index["revisions"].push_back(revision);
-    writeIndex(index);
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
+    const fs::path folder = revisionFolder(revision.at("revisionId"));
+    fs::path temporary = folder;
+    temporary += ".tmp";
+    writeBytes(temporary, revision.dump(2) + "\n");
+    fs::rename(temporary, folder / descriptionFile);
+    std::ofstream(folder_ / "uploads.jsonl", std::ios::binary | std::ios::app) << uploadLine(revision);
 }
 
 fs::path RevisionStore::revisionFolder(std::int64_t id) const {
     return folder_ / "revisions" / std::to_string(id);
-}
-
-json RevisionStore::readIndex() const {
-    std::ifstream stream(folder_ / "index.json", std::ios::binary);
-    // Ids below the first are left to the revisions of service.json.
-    return stream ? json::parse(stream) : json{{"nextRevisionId", 1001}, {"revisions", json::array()}};
-}
-
-void RevisionStore::writeIndex(const json& index) const {
-    writeAtomically(folder_ / "index.json", index);
 }
 
 }  // namespace gopiv

@@ -1,11 +1,5 @@
-// The folder in which the embedded service keeps what is uploaded to it:
-//
-//   index.json                      every revision, in the order of upload, and the next revision's id
-//   uploads.jsonl                   one line an upload, appended, without times
-//   revisions/<id>/<file name>      the files of one revision, byte for byte
-//   revisions/<id>/revision.json    its description
-//
-// Programs and clients may share a folder; index.lock keeps them apart.
+// The revisions in the folder of the embedded service; README.md describes the folder. Ids are consecutive: programs
+// and clients may share a folder, and whoever makes a revision's folder has its id.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +13,8 @@ class RevisionStore {
  public:
     explicit RevisionStore(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
-    /// The descriptions of all revisions, oldest first.
-    nlohmann::json revisions() const;
+    /// The descriptions of `earlier` revisions and then of all uploaded ones, oldest first.
+    nlohmann::json revisions(nlohmann::json earlier) const;
 
     /// Takes the next revision's id, and makes its folder.
     std::int64_t reserve() const;
@@ -35,8 +29,6 @@ class RevisionStore {
 
  private:
     std::filesystem::path revisionFolder(std::int64_t id) const;
-    nlohmann::json readIndex() const;
-    void writeIndex(const nlohmann::json& index) const;
 
     std::filesystem::path folder_;
 };

@@ -1,7 +1,8 @@
 #include "service.h"
 
 #include <algorithm>
-#include <charconv>
+#include <boost/algorithm/string/predicate.hpp>
+#include <cstdio>
 #include <iterator>
 #include <utility>
 
@@ -13,28 +14,11 @@ namespace {
 using devkit::encodeFields;
 using nlohmann::json;
 
-std::string lowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return text;
-}
-
-/// The one workspace that an upload names, and the directory it names there.
-std::pair<std::int64_t, std::int64_t> destination(const json& payload) {
-    const json& directories = payload.at("workspaceDirectories");
-    if (directories.size() != 1) {
-        throw Refusal("An upload must name exactly one workspace.");
-    }
-    return directories.front();
-}
-
-json filesToStore(const json& payload) {
+/// The files of an upload that have a local file.
+json localFiles(const json& payload) {
     json files = json::array();
-    for (const json& file : payload.at("files")) {
-        if (!file.at("path").get<std::string>().empty()) {
-            files.push_back(file);
-        }
-    }
+    std::copy_if(payload.at("files").begin(), payload.at("files").end(), std::back_inserter(files),
+                 [](const json& file) { return file.at("path") != ""; });
     if (files.empty()) {
         throw Refusal("The upload has no files.");
     }
@@ -58,21 +42,14 @@ void collectMatches(const json& revision, const json& request, json& matches) {
 }  // namespace
 
 std::optional<ServiceAddress> parseServiceAddress(const std::string& serverUrl) {
-    static constexpr std::string_view start = "http://127.0.0.1:";
-    static constexpr std::string_view query = "/?data=";
-    const std::size_t queryStart = serverUrl.find(query);
-    if (serverUrl.rfind(start, 0) != 0 || queryStart == std::string::npos) {
+    unsigned port = 0;
+    int dataStart = 0;
+    std::sscanf(serverUrl.c_str(), "http://127.0.0.1:%5u/?data=%n", &port, &dataStart);
+    const std::string folder = devkit::percentDecode(serverUrl.substr(static_cast<std::size_t>(dataStart)));
+    if (dataStart == 0 || port > 65535 || folder.empty()) {
         return std::nullopt;
     }
-    ServiceAddress address;
-    const char* const portEnd = serverUrl.data() + queryStart;
-    const auto [end, error] = std::from_chars(serverUrl.data() + start.size(), portEnd, address.port);
-    const auto folder = devkit::percentDecode(std::string_view(serverUrl).substr(queryStart + query.size()));
-    if (error != std::errc{} || end != portEnd || !folder || folder->empty()) {
-        return std::nullopt;
-    }
-    address.folder = pathFromUtf8(*folder);
-    return address;
+    return ServiceAddress{static_cast<unsigned short>(port), pathOf(folder)};
 }
 
 Service::Service(ServiceAddress address, std::string clientId, std::function<Json()> status,
@@ -80,25 +57,24 @@ Service::Service(ServiceAddress address, std::string clientId, std::function<Jso
     : address_(std::move(address)),
       clientId_(std::move(clientId)),
       store_(address_.folder),
-      site_(address_.folder, clientId_, signIns_, std::move(status)),
+      status_(std::move(status)),
       onPage_(std::move(onPage)) {}
 
-json Service::authorize(const Json&, const Json& misbehaviour) {
-    if (misbehaviour.value("emptyAddress", false)) {
+json Service::authorize(const Json&, const Misbehaviour& misbehaviour) {
+    if (misbehaviour.emptyAddress) {
         return "";
     }
     const std::string address = origin();
-    const SignIns::Begun begun = signIns_.begin();
     return address + "/authorize?" +
            encodeFields({{"client_id", clientId_},
                          {"redirect_uri", address + "/callback"},
                          {"response_type", "code"},
-                         {"state", begun.state},
-                         {"code_challenge", begun.challenge}});
+                         {"state", signIns_.begin()},
+                         {"code_challenge", randomSecret()}});
 }
 
-json Service::complete(const Json&, const Json& misbehaviour) {
-    if (misbehaviour.value("emptyToken", false)) {
+json Service::complete(const Json&, const Misbehaviour& misbehaviour) {
+    if (misbehaviour.emptyToken) {
         return {{"accessToken", ""}, {"refreshToken", ""}, {"idToken", ""}};
     }
     const std::string token = randomSecret();
@@ -107,45 +83,42 @@ json Service::complete(const Json&, const Json& misbehaviour) {
     return {{"accessToken", token}, {"refreshToken", randomSecret()}, {"idToken", randomSecret()}};
 }
 
-json Service::currentUser(const Json& request, const Json&) {
+json Service::currentUser(const Json& request, const Misbehaviour&) {
     requireToken(request);
     return data().user;
 }
 
-json Service::logout(const Json&, const Json&) {
-    const bool withAddress = data().logoutAddress;
-    {
-        const std::lock_guard lock(mutex_);
-        tokens_.clear();
-    }
-    return withAddress ? origin() + "/signed-out" : "";
+json Service::logout(const Json&, const Misbehaviour&) {
+    std::unique_lock lock(mutex_);
+    tokens_.clear();
+    lock.unlock();
+    return data().logoutAddress ? origin() + "/signed-out" : "";
 }
 
-json Service::listWorkspaces(const Json& request, const Json&) {
+json Service::listWorkspaces(const Json& request, const Misbehaviour&) {
     requireToken(request);
-    const std::string filter = lowerCase(request.value("filter", ""));
     const ServiceData known = data();
     json workspaces = json::array();
-    for (const json& workspace : known.workspaces) {
-        if (lowerCase(workspace.value("name", "")).find(filter) != std::string::npos) {
-            workspaces.push_back(workspace);
+    for (const Workspace& workspace : known.workspaces) {
+        if (boost::icontains(workspace.name, request.value("filter", ""))) {
+            workspaces.push_back(workspace.record);
         }
     }
     return workspaces;
 }
 
-json Service::findRevision(const Json& request, const Json&) {
+json Service::findRevision(const Json& request, const Misbehaviour&) {
     requireToken(request);
     const ServiceData known = data();
-    const json& workspace = known.workspace(request.at("workspaceId"));
+    const std::int64_t workspaceId = known.workspace(request.at("workspaceId")).id;
     json matches = json::array();
-    for (const json& revision : allRevisions(known, store_)) {
-        if (revision.at("workspaceId") == workspace["id"]) {
+    for (const json& revision : store_.revisions(known.revisions)) {
+        if (revision.at("workspaceId") == workspaceId) {
             collectMatches(revision, request, matches);
         }
     }
     if (request.value("latestOnly", false) && matches.size() > 1) {
-        matches.erase(matches.begin(), matches.end() - 1);
+        matches = json::array({matches.back()});
     }
     const std::string revision = request.value("revision", "");
     json found = json::array();
@@ -154,22 +127,24 @@ json Service::findRevision(const Json& request, const Json&) {
     return found;
 }
 
-json Service::rootDirectory(const Json& request, const Json&) {
+json Service::rootDirectory(const Json& request, const Misbehaviour&) {
     requireToken(request);
     const ServiceData known = data();
-    const json& workspace = known.workspace(request.at("workspaceId"));
-    return {{"id", rootDirectoryId(workspace)}, {"workspaceId", workspace["id"]}, {"name", ""}};
+    const Workspace& workspace = known.workspace(request.at("workspaceId"));
+    return {{"id", workspace.rootDirectoryId}, {"workspaceId", workspace.id}, {"name", ""}};
 }
 
-json Service::upload(const Json& request, const Json& misbehaviour) {
+json Service::upload(const Json& request, const Misbehaviour& misbehaviour) {
     requireToken(request);
     const json& payload = request.at("payload");
-    const auto [workspaceId, directoryId] = destination(payload);
-    if (directoryId != rootDirectoryId(data().workspace(workspaceId))) {
+    // An upload goes to one workspace, and into its root directory.
+    const std::pair<std::int64_t, std::int64_t> destination = payload.at("workspaceDirectories").at(0);
+    const auto [workspaceId, directoryId] = destination;
+    if (directoryId != data().workspace(workspaceId).rootDirectoryId) {
         throw Refusal("Workspace " + std::to_string(workspaceId) + " has no directory " + std::to_string(directoryId) +
                       ".");
     }
-    const json files = filesToStore(payload);
+    const json files = localFiles(payload);
     const std::int64_t id = store_.reserve();
     json revision = {{"workspaceId", workspaceId}, {"directoryId", directoryId}, {"revisionId", id}};
     for (const char* member : {"fileName", "revision", "lastModified", "sourceVersion", "sourceRevision"}) {
@@ -178,13 +153,13 @@ json Service::upload(const Json& request, const Json& misbehaviour) {
     revision["createdAt"] = utcNow();
     revision["files"] = storeFiles(id, files, misbehaviour);
     store_.commit(revision);
-    return {{"entries", entriesFor(id, misbehaviour)}, {"errors", misbehaviour.value("errors", json::array())}};
+    return {{"entries", entriesFor(id, misbehaviour)}, {"errors", misbehaviour.errors}};
 }
 
-json Service::storeFiles(std::int64_t revisionId, const Json& files, const Json& misbehaviour) const {
+json Service::storeFiles(std::int64_t revisionId, const Json& files, const Misbehaviour& misbehaviour) const {
     json stored = json::array();
     for (const json& file : files) {
-        if (misbehaviour.value("partial", files.size()) == stored.size()) {
+        if (stored.size() == misbehaviour.partial) {
             throw Refusal("The connection to the Pivra service was lost after " + std::to_string(stored.size()) +
                           " of " + std::to_string(files.size()) + " files.");
         }
@@ -193,10 +168,10 @@ json Service::storeFiles(std::int64_t revisionId, const Json& files, const Json&
     return stored;
 }
 
-json Service::entriesFor(std::int64_t revisionId, const Json& misbehaviour) {
+json Service::entriesFor(std::int64_t revisionId, const Misbehaviour& misbehaviour) {
     json entries = {{"revisionId", std::to_string(revisionId)}};
-    if (!misbehaviour.value("omitLink", false)) {
-        const std::int64_t linked = misbehaviour.value("wrongLink", false) ? revisionId + 1 : revisionId;
+    if (!misbehaviour.omitLink) {
+        const std::int64_t linked = misbehaviour.wrongLink ? revisionId + 1 : revisionId;
         entries["url"] = origin() + "/models?revisionId=" + std::to_string(linked);
     }
     return entries;
@@ -206,8 +181,8 @@ json Service::entriesFor(std::int64_t revisionId, const Json& misbehaviour) {
 std::string Service::origin() {
     const std::lock_guard lock(mutex_);
     if (!server_) {
-        server_ = std::make_unique<HttpServer>(address_.port, [this](const HttpRequest& request) {
-            HttpResponse response = site_.answer(request);
+        server_ = std::make_unique<HttpServer>(address_.port, [this](HttpRequest request) {
+            HttpResponse response = page(request);
             onPage_(request.method + " " + request.path + " " + std::to_string(response.status));
             return response;
         });

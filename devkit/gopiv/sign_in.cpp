@@ -3,49 +3,38 @@
 #include <algorithm>
 #include <array>
 
-#include "sha256.h"
 #include "text.h"
 
 namespace gopiv {
 
-SignIns::Begun SignIns::begin() {
-    Sha256 challenge;
-    challenge.update(randomSecret());
+std::string SignIns::begin() {
     const std::lock_guard lock(mutex_);
-    flows_.push_back({randomSecret(), challenge.finish(), randomSecret(), "", Stage::waiting});
-    return {flows_.back().state, flows_.back().challenge};
+    return flows_.emplace_back(Flow{randomSecret(), ""}).state;
 }
 
-std::optional<std::string> SignIns::pageTicket(const std::string& state, const std::string& challenge) const {
+bool SignIns::isWaiting(const std::string& state) {
     const std::lock_guard lock(mutex_);
-    const auto flow = std::find_if(flows_.begin(), flows_.end(), [&](const Flow& candidate) {
-        return candidate.stage == Stage::waiting && candidate.state == state && candidate.challenge == challenge;
-    });
-    return flow == flows_.end() ? std::nullopt : std::optional(flow->ticket);
+    return find(state, Stage::waiting) != nullptr;
 }
 
-std::optional<SignInAnswer> SignIns::answer(const std::string& ticket, bool accepted) {
+std::optional<std::string> SignIns::answer(const std::string& state, bool accepted) {
     const std::lock_guard lock(mutex_);
-    const auto flow = std::find_if(flows_.begin(), flows_.end(), [&](const Flow& candidate) {
-        return candidate.stage == Stage::waiting && candidate.ticket == ticket;
-    });
-    if (flow == flows_.end()) {
+    Flow* const flow = find(state, Stage::waiting);
+    if (flow == nullptr) {
         return std::nullopt;
     }
     flow->stage = Stage::answered;
     flow->code = accepted ? randomSecret() : "";
-    return SignInAnswer{flow->state, flow->code};
+    return flow->code;
 }
 
-bool SignIns::finish(const SignInAnswer& answer) {
+bool SignIns::finish(const std::string& state, const std::string& code) {
     const std::lock_guard lock(mutex_);
-    const auto flow = std::find_if(flows_.begin(), flows_.end(), [&](const Flow& candidate) {
-        return candidate.stage == Stage::answered && candidate.state == answer.state && candidate.code == answer.code;
-    });
-    if (flow == flows_.end()) {
+    Flow* const flow = find(state, Stage::answered);
+    if (flow == nullptr || flow->code != code) {
         return false;
     }
-    flow->stage = answer.code.empty() ? Stage::refused : Stage::signedIn;
+    flow->stage = code.empty() ? Stage::refused : Stage::signedIn;
     changed_.notify_all();
     return true;
 }
@@ -83,6 +72,12 @@ nlohmann::json SignIns::status() const {
         flows.push_back({{"number", flows.size() + 1}, {"state", names[static_cast<std::size_t>(flow.stage)]}});
     }
     return flows;
+}
+
+SignIns::Flow* SignIns::find(const std::string& state, Stage stage) {
+    const auto flow = std::find_if(flows_.begin(), flows_.end(),
+                                   [&](const Flow& known) { return known.state == state && known.stage == stage; });
+    return flow == flows_.end() ? nullptr : &*flow;
 }
 
 }  // namespace gopiv

@@ -1,8 +1,7 @@
-// Sign-in through the browser, as an identity provider and its client would play it between them.
+// Sign-in through the browser, as an identity provider and its client would perform it between them.
 #pragma once
 
 #include <condition_variable>
-#include <cstddef>
 #include <mutex>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -11,39 +10,27 @@
 
 namespace gopiv {
 
-/// What a sign-in page sends the browser back with. A refusal has no code.
-struct SignInAnswer {
-    std::string state;
-    std::string code;
-};
-
-/// All sign-ins of a client. A sign-in ends in its own page alone: a newer one leaves it waiting. Any thread.
+/// All sign-ins of a client. A sign-in ends through its own page alone: a newer one leaves it waiting. Any thread.
 class SignIns {
  public:
-    /// What the address of a new sign-in carries.
-    struct Begun {
-        std::string state;
-        std::string challenge;
-    };
+    /// Begins a sign-in and returns its state, which its page carries.
+    std::string begin();
 
-    /// Begins a sign-in.
-    Begun begin();
+    /// Whether the page of that state has yet to be answered.
+    bool isWaiting(const std::string& state);
 
-    /// The one-time ticket of the page for that sign-in; absent when there is none or it has been answered.
-    std::optional<std::string> pageTicket(const std::string& state, const std::string& challenge) const;
+    /// Takes the answer of the page of that state, and returns the code that the page sends the browser back with: none
+    /// for a refusal. Absent when no such page is waiting.
+    std::optional<std::string> answer(const std::string& state, bool accepted);
 
-    /// Takes the page's answer. Absent for an unknown or used ticket.
-    std::optional<SignInAnswer> answer(const std::string& ticket, bool accepted);
+    /// Ends the answered sign-in of that state and code, once. Returns false, and changes nothing, for any other.
+    bool finish(const std::string& state, const std::string& code);
 
-    /// Ends the sign-in that has been given exactly this answer, once. Returns false for any other, and changes
-    /// nothing.
-    bool finish(const SignInAnswer& answer);
-
-    /// Waits until the sign-in begun last at the time of the call has ended. Throws Refusal when there is none, when it
-    /// was refused or has been waited for already, and when close() is called meanwhile.
+    /// Waits until the sign-in that was begun last at the time of the call has ended. Throws Refusal when there is
+    /// none, when it was refused or has been waited for already, and when close() is called meanwhile.
     void wait();
 
-    /// Breaks off all waiting, for good.
+    /// Ends all waiting, for good.
     void close();
 
     /// For each sign-in, oldest first: {"number", "state": "waiting", "answered", "signedIn", "refused" or
@@ -55,11 +42,12 @@ class SignIns {
 
     struct Flow {
         std::string state;
-        std::string challenge;
-        std::string ticket;
         std::string code;
         Stage stage = Stage::waiting;
     };
+
+    /// The flow of that state when it is at `stage`, otherwise null.
+    Flow* find(const std::string& state, Stage stage);
 
     mutable std::mutex mutex_;
     std::condition_variable changed_;

@@ -1,44 +1,22 @@
 #include "text.h"
 
-#include <array>
-#include <chrono>
-#include <cstdio>
+#include <algorithm>
+#include <boost/date_time/posix_time/posix_time.hpp>
 #include <random>
 
 namespace gopiv {
 
 std::string utcNow() {
-    using namespace std::chrono;
-    const auto now = floor<seconds>(system_clock::now());
-    const auto today = floor<days>(now);
-    const year_month_day date(today);
-    const hh_mm_ss time(now - today);
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
-                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                  static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
-                  static_cast<int>(time.seconds().count()));
-    return text.data();
+    using namespace boost::posix_time;
+    return to_iso_extended_string(second_clock::universal_time()) + "Z";
 }
 
 std::string randomSecret() {
     std::random_device device;
-    std::string secret;
-    while (secret.size() < 64) {
-        std::array<char, 9> digits{};
-        std::snprintf(digits.data(), digits.size(), "%08x", static_cast<unsigned>(device()));
-        secret += digits.data();
-    }
+    std::uniform_int_distribution<std::size_t> digit(0, 15);
+    std::string secret(64, ' ');
+    std::generate(secret.begin(), secret.end(), [&] { return "0123456789abcdef"[digit(device)]; });
     return secret;
-}
-
-std::filesystem::path pathFromUtf8(const std::string& text) {
-    return std::u8string(text.begin(), text.end());
-}
-
-std::string utf8FromPath(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
 }
 
 }  // namespace gopiv

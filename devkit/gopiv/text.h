@@ -1,7 +1,8 @@
-// Small texts: times, secrets, paths.
+// Failures of operations, and small texts.
 #pragma once
 
-#include <filesystem>
+#include <devkit/files.h>
+
 #include <stdexcept>
 #include <string>
 
@@ -12,17 +13,16 @@ struct Refusal : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// An operation that fails without saying why.
+/// An operation that fails without giving a reason.
 struct SilentRefusal {};
 
-/// The present moment in UTC: "YYYY-MM-DDTHH:MM:SSZ".
+/// The current time in UTC: "YYYY-MM-DDTHH:MM:SSZ".
 std::string utcNow();
 
-/// 64 hexadecimal digits that nobody can guess.
+/// 64 random hexadecimal digits.
 std::string randomSecret();
 
-/// A path from and to UTF-8.
-std::filesystem::path pathFromUtf8(const std::string& text);
-std::string utf8FromPath(const std::filesystem::path& path);
+using devkit::pathOf;
+using devkit::utf8;
 
 }  // namespace gopiv

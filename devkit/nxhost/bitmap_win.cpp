@@ -4,66 +4,31 @@
 
 #include <windows.h>
 
-#include <cstdint>
+#include <propidl.h>
+
+#include <gdiplus.h>
+
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace nxhost {
 
 namespace {
 
-BITMAPINFOHEADER header24(const Extent& size) {
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof header;
-    header.biWidth = size.width;
-    header.biHeight = size.height;
-    header.biPlanes = 1;
-    header.biBitCount = 24;
-    header.biCompression = BI_RGB;
-    return header;
-}
+constexpr CLSID bitmapFormat{0x557CF400, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
 
-std::size_t strideOf(const Extent& size) {
-    return (static_cast<std::size_t>(size.width) * 3 + 3) / 4 * 4;
-}
-
-// The device-independent pixels of a bitmap, bottom row first.
-std::vector<std::uint8_t> pixelsOf(HDC device, HBITMAP bitmap, const Extent& size) {
-    BITMAPINFO info{header24(size), {}};
-    std::vector<std::uint8_t> pixels(strideOf(size) * static_cast<std::size_t>(size.height));
-    GetDIBits(device, bitmap, 0, static_cast<UINT>(size.height), pixels.data(), &info, DIB_RGB_COLORS);
-    return pixels;
-}
-
-void replaceBackdrop(std::vector<std::uint8_t>& pixels, const Extent& size, COLORREF colour) {
-    for (int row = 0; row < size.height; ++row) {
-        auto* pixel = pixels.data() + strideOf(size) * static_cast<std::size_t>(row);
-        for (int column = 0; column < size.width; ++column, pixel += 3) {
-            if (pixel[0] != 192 || pixel[1] != 192 || pixel[2] != 192) continue;
-            pixel[0] = GetBValue(colour);
-            pixel[1] = GetGValue(colour);
-            pixel[2] = GetRValue(colour);
-        }
+class GdiPlus {
+ public:
+    GdiPlus() {
+        const Gdiplus::GdiplusStartupInput input;
+        Gdiplus::GdiplusStartup(&token_, &input, nullptr);
     }
-}
+    ~GdiPlus() { Gdiplus::GdiplusShutdown(token_); }
+    GdiPlus(const GdiPlus&) = delete;
+    GdiPlus& operator=(const GdiPlus&) = delete;
 
-template <typename Record>
-void append(std::string& bytes, const Record& record) {
-    bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
-}
-
-void writeBitmap(const std::vector<std::uint8_t>& pixels, const Extent& size, const std::filesystem::path& file) {
-    BITMAPFILEHEADER start{};
-    start.bfType = 0x4D42;  // "BM"
-    start.bfOffBits = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
-    start.bfSize = start.bfOffBits + static_cast<DWORD>(pixels.size());
-    std::string bytes;
-    append(bytes, start);
-    append(bytes, header24(size));
-    bytes.append(pixels.begin(), pixels.end());
-    writeFile(file, bytes);
-}
+ private:
+    ULONG_PTR token_ = 0;
+};
 
 }  // namespace
 
@@ -74,34 +39,36 @@ Extent extentOf(HBITMAP bitmap) {
 }
 
 HBITMAP loadBitmap(const std::filesystem::path& file) {
-    const auto bitmap = static_cast<HBITMAP>(
-        LoadImageW(nullptr, file.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION));
-    if (!bitmap) return nullptr;
-    const auto screen = GetDC(nullptr);
-    const auto size = extentOf(bitmap);
-    auto pixels = pixelsOf(screen, bitmap, size);
-    replaceBackdrop(pixels, size, GetSysColor(COLOR_3DFACE));
-    BITMAPINFO info{header24(size), {}};
-    SetDIBits(screen, bitmap, 0, static_cast<UINT>(size.height), pixels.data(), &info, DIB_RGB_COLORS);
-    ReleaseDC(nullptr, screen);
-    return bitmap;
+    const GdiPlus library;
+    Gdiplus::Bitmap picture(file.c_str());
+    const Gdiplus::Rect whole(0, 0, static_cast<int>(picture.GetWidth()), static_cast<int>(picture.GetHeight()));
+    Gdiplus::Bitmap shown(whole.Width, whole.Height, PixelFormat24bppRGB);
+    Gdiplus::Color backdrop;
+    backdrop.SetFromCOLORREF(GetSysColor(COLOR_3DFACE));
+    Gdiplus::ImageAttributes transparent;
+    transparent.SetColorKey(Gdiplus::Color(192, 192, 192), Gdiplus::Color(192, 192, 192));
+    Gdiplus::Graphics canvas(&shown);
+    canvas.Clear(backdrop);
+    canvas.DrawImage(&picture, whole, 0, 0, whole.Width, whole.Height, Gdiplus::UnitPixel, &transparent);
+    HBITMAP bitmap = nullptr;
+    return shown.GetHBITMAP(backdrop, &bitmap) == Gdiplus::Ok ? bitmap : nullptr;
 }
 
 void saveWindow(HWND window, const std::filesystem::path& file) {
     RECT frame{};
     GetWindowRect(window, &frame);
     const Extent size{frame.right - frame.left, frame.bottom - frame.top};
+    const GdiPlus library;
+    Gdiplus::Bitmap picture(size.width, size.height, PixelFormat24bppRGB);
+    Gdiplus::Graphics canvas(&picture);
+    const auto target = canvas.GetHDC();
     const auto source = GetWindowDC(window);
-    const auto memory = CreateCompatibleDC(source);
-    const auto copy = CreateCompatibleBitmap(source, size.width, size.height);
-    const auto before = SelectObject(memory, copy);
-    BitBlt(memory, 0, 0, size.width, size.height, source, 0, 0, SRCCOPY);
-    SelectObject(memory, before);
-    const auto pixels = pixelsOf(source, copy, size);
-    DeleteObject(copy);
-    DeleteDC(memory);
+    BitBlt(target, 0, 0, size.width, size.height, source, 0, 0, SRCCOPY);
     ReleaseDC(window, source);
-    writeBitmap(pixels, size, file);
+    canvas.ReleaseHDC(target);
+    std::filesystem::create_directories(file.parent_path());
+    if (picture.Save(file.c_str(), &bitmapFormat, nullptr) != Gdiplus::Ok)
+        throw std::runtime_error("The picture " + utf8(file) + " cannot be written.");
 }
 
 }  // namespace nxhost

@@ -1,6 +1,5 @@
 #include "browser.h"
 
-#include "steps.h"
 #include "system.h"
 
 #include <http_client.h>
@@ -8,6 +7,7 @@
 #include <algorithm>
 #include <chrono>
 #include <regex>
+#include <stdexcept>
 #include <thread>
 #include <utility>
 
@@ -18,8 +18,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto quietTime = 150ms;
-// On a busy computer the service's threads and the worker run between two looks, however late these come.
-constexpr int quietLooks = 15;
+// Polls in a row: on a busy computer the service's threads and the worker run between two of them.
+constexpr int quietPolls = 15;
 constexpr auto unclaimedTime = 2s;
 constexpr auto quietLimit = 60s;
 
@@ -33,32 +33,32 @@ int flowsIn(const Json& status, const std::string& state) {
         std::count_if(flows.begin(), flows.end(), [&](const Json& flow) { return flow.at("state") == state; }));
 }
 
-// Whether anything is under way but waiting for sign-ins whose pages nobody has answered.
+// Whether anything is under way, except sign-ins that wait for an answer on their page.
 bool isBusy(const Json& status) {
     const auto completing = status.at("operations").value("complete", Json{{"active", 0}}).at("active");
     return flowsIn(status, "answered") > 0 || completing > flowsIn(status, "waiting") ||
            status.at("activeCalls") != completing;
 }
 
-// A sign-in that has been answered goes on: its worker fetches it, asks for the user and hands in the result. One that
-// is not fetched has a worker that is late, or none because it was abandoned.
+// After an answer the sign-in's worker fetches the result, asks for the user and commits. When nothing is fetched, the
+// worker is late, or there is none because the sign-in was abandoned.
 void waitUntilQuiet(const std::string& base) {
     const auto start = std::chrono::steady_clock::now();
     auto busy = start;
-    int looks = 0;
+    int polls = 0;
     while (true) {
         const auto status = Json::parse(devkit::httpGet(base + "/dev/status").body);
         const auto now = std::chrono::steady_clock::now();
-        looks = isBusy(status) ? 0 : looks + 1;
-        if (looks == 0) busy = now;
+        polls = isBusy(status) ? 0 : polls + 1;
+        if (polls == 0) busy = now;
         const auto quiet = flowsIn(status, "signedIn") > 0 ? unclaimedTime : quietTime;
-        if (looks >= quietLooks && now - busy >= quiet) return;
-        if (now - start > quietLimit) throw StepError("The service is still at work after the sign-in.");
+        if (polls >= quietPolls && now - busy >= quiet) return;
+        if (now - start > quietLimit) throw std::runtime_error("The service is still at work after the sign-in.");
         std::this_thread::sleep_for(10ms);
     }
 }
 
-// What a page shows: its text without tags, each run of white space as one blank.
+// The text of a page without tags, each run of white space as one blank.
 std::string textOf(const std::string& page) {
     static const std::regex hidden("<(style|script|title)[^>]*>[^]*?</\\1>|<[^>]*>");
     static const std::regex space("\\s+");
@@ -83,10 +83,10 @@ int Browser::open(const std::string& address) {
 }
 
 const std::string& Browser::address(int opened) const {
-    if (opened_.empty()) throw StepError("No address has been opened.");
+    if (opened_.empty()) throw std::runtime_error("No address has been opened.");
     if (opened == 0) return opened_.back();
     if (opened < 0 || opened > static_cast<int>(opened_.size()))
-        throw StepError("There is no opened address " + std::to_string(opened) + ".");
+        throw std::runtime_error("There is no opened address " + std::to_string(opened) + ".");
     return opened_[static_cast<std::size_t>(opened) - 1];
 }
 
@@ -105,11 +105,12 @@ void Browser::load(const std::string& address) {
 }
 
 void Browser::finish() {
-    if (visits_.empty()) throw StepError("No address has been given to a program.");
+    if (visits_.empty()) throw std::runtime_error("No address has been given to a program.");
     for (auto& visit : std::exchange(visits_, {})) {
         const int status = visit.status.get();
         transcript_.write({{"event", "browsed"}, {"address", visit.address}, {"status", status}});
-        if (status != 0) throw StepError("The browser's program ended with status " + std::to_string(status) + ".");
+        if (status != 0)
+            throw std::runtime_error("The browser's program ended with status " + std::to_string(status) + ".");
         waitUntilQuiet(baseOf(visit.address));
     }
 }

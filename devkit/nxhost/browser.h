@@ -24,16 +24,17 @@ class Browser {
     /// no browser.
     int open(const std::string& address);
 
-    /// Address number `opened`, from 1; 0 is the latest. Throws StepError when there is none.
+    /// Address number `opened`, from 1; 0 is the latest. Throws std::runtime_error when there is none.
     const std::string& address(int opened) const;
 
-    /// Signs in or refuses on the page of a sign-in address, and waits until the service has nothing more to do.
+    /// Signs in or refuses on the page of a sign-in address, and waits until the service is idle.
     void answer(const std::string& address, bool accept);
     /// Loads a page and notes its status, title and text.
     void load(const std::string& address);
 
-    /// Waits until each program started so far has ended, notes how, and then waits until the service has nothing more
-    /// to do. Throws StepError when none has been started since the last call or one ended with another status than 0.
+    /// Waits until each program started so far has ended, notes how, and then waits until the service is
+    /// idle. Throws std::runtime_error when none has been started since the last call or one ended with another status
+    /// than 0.
     void finish();
 
  private:

@@ -1,5 +1,5 @@
-// Where the blocks of a dialog stand: one below the other, in rows within a group of several columns. A hidden block
-// takes no room, a text that does not fit its row is wrapped.
+// Places the blocks of a dialog one below the other, and in rows within a group of several columns. A hidden block
+// takes no space, a text that does not fit its row is wrapped.
 #include "dialog_window_win.h"
 #include "text.h"
 
@@ -18,7 +18,7 @@ constexpr int frameTop = 20;
 constexpr int frameSide = 10;
 
 bool isShown(const devkit::BlockData& block) {
-    return devkit::flagProperty(block, "Show", true);
+    return devkit::propertyOr(block, "Show", true);
 }
 
 void move(HWND control, int x, int y, int width, int height) {
@@ -27,7 +27,7 @@ void move(HWND control, int x, int y, int width, int height) {
 
 }  // namespace
 
-// The room that a text needs when it may be `width` wide; its natural size for 0.
+// The size of a text that is wrapped at `width`; its natural size for 0.
 Extent DialogWindow::textSize(const std::string& text, int width) const {
     const auto wideText = pathOf(text).wstring();
     const auto device = GetDC(window_);
@@ -44,13 +44,13 @@ Extent DialogWindow::textSize(const std::string& text, int width) const {
 
 bool DialogWindow::stretches(const devkit::BlockData& block) const {
     const bool isLabel = controls_.at(&block).text && !controls_.at(&block).field;
-    return !isLabel || devkit::flagProperty(block, "WordWrap", false);
+    return !isLabel || devkit::propertyOr(block, "WordWrap", false);
 }
 
 int DialogWindow::naturalWidth(const devkit::BlockData& block) const {
     const auto& controls = controls_.at(&block);
     const int picture = extentOf(controls.bitmap).width;
-    const bool onlyPicture = controls.bitmap && !devkit::flagProperty(block, "DisplayBitmapLabel", false);
+    const bool onlyPicture = controls.bitmap && !devkit::propertyOr(block, "DisplayBitmapLabel", false);
     const int text = onlyPicture ? 0 : textSize(devkit::textProperty(block, "Label"), 0).width + 2;
     return picture + (picture && text ? gap : 0) + text;
 }
@@ -78,7 +78,7 @@ int DialogWindow::place(const devkit::BlockData& block, int x, int y, int width)
     if (controls.text && !controls.field) return placeLabel(controls, label, x, y, width);
     const int indent = controls.text && IsWindowVisible(controls.text) ? naturalWidth(block) + gap : 0;
     if (indent) move(controls.text, x, y + 4, indent, lineHeight);
-    // A drop-down list's height is that of the list; of its field the system takes care.
+    // The height of a drop-down list is that of the open list.
     move(controls.field, x + indent, y, width - indent, controls.text ? 200 : fieldHeight);
     return fieldHeight;
 }
@@ -105,7 +105,7 @@ int DialogWindow::placeRow(const Blocks& row, int x, int y, int width) {
 }
 
 int DialogWindow::placeChildren(const devkit::BlockData& group, int x, int y, int width) {
-    const auto columns = static_cast<std::size_t>(std::max(devkit::numberProperty(group, "Column", 1), 1));
+    const auto columns = static_cast<std::size_t>(std::max(devkit::propertyOr(group, "Column", 1), 1));
     Blocks shown;
     for (const auto& child : group.children)
         if (isShown(*child)) shown.push_back(child.get());

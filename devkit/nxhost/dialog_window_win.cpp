@@ -30,13 +30,13 @@ void setText(HWND control, const std::wstring& text) {
     if (now != text) SetWindowTextW(control, text.c_str());
 }
 
-// A label's bitmap takes the place of its text unless the layout asks for both; a wrapped text takes that of a bitmap.
+// A label's bitmap replaces its text unless the layout asks for both; a wrapped text replaces the bitmap.
 bool showsPicture(const devkit::BlockData& block) {
-    return !devkit::textProperty(block, "Bitmap").empty() && !devkit::flagProperty(block, "WordWrap", false);
+    return !devkit::textProperty(block, "Bitmap").empty() && !devkit::propertyOr(block, "WordWrap", false);
 }
 
 bool showsText(const devkit::BlockData& block) {
-    return !showsPicture(block) || devkit::flagProperty(block, "DisplayBitmapLabel", false);
+    return !showsPicture(block) || devkit::propertyOr(block, "DisplayBitmapLabel", false);
 }
 
 LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
@@ -188,9 +188,9 @@ void DialogWindow::refresh() {
     RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
-// Brings the controls of a block and those within it in line with their properties.
+// Updates the controls of a block, and of the blocks within it, from their properties.
 void DialogWindow::sync(const devkit::BlockData& block, bool shown) {
-    shown = shown && devkit::flagProperty(block, "Show", true);
+    shown = shown && devkit::propertyOr(block, "Show", true);
     auto& controls = controls_[&block];
     auto label = wide(devkit::textProperty(block, "Label"));
     // A frame's line runs up to its title.
@@ -200,7 +200,7 @@ void DialogWindow::sync(const devkit::BlockData& block, bool shown) {
     if (isList) syncList(block, controls);
     setText(controls.text ? controls.text : controls.field, label);
     if (controls.text) syncTooltip(block, controls);
-    const bool hasText = isList ? devkit::flagProperty(block, "LabelVisibility", true) : showsText(block);
+    const bool hasText = isList ? devkit::propertyOr(block, "LabelVisibility", true) : showsText(block);
     if (controls.picture) ShowWindow(controls.picture, shown && controls.bitmap ? SW_SHOWNA : SW_HIDE);
     if (controls.text) ShowWindow(controls.text, shown && hasText ? SW_SHOWNA : SW_HIDE);
     if (controls.field) ShowWindow(controls.field, shown ? SW_SHOWNA : SW_HIDE);
@@ -227,7 +227,7 @@ void DialogWindow::syncList(const devkit::BlockData& block, Controls& controls) 
         for (const auto& member : block.members)
             SendMessageW(controls.field, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(wide(member).c_str()));
     }
-    SendMessageW(controls.field, CB_SETCURSEL, static_cast<WPARAM>(devkit::numberProperty(block, "Value", -1)), 0);
+    SendMessageW(controls.field, CB_SETCURSEL, static_cast<WPARAM>(devkit::propertyOr(block, "Value", -1)), 0);
 }
 
 void DialogWindow::syncTooltip(const devkit::BlockData& block, const Controls& controls) {

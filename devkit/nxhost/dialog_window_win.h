@@ -17,7 +17,7 @@ namespace nxhost {
 
 using WindowHandle = HWND__*;
 
-/// Deals with all messages that wait for this thread.
+/// Handles all messages that wait for this thread.
 void pumpMessages();
 /// The same, but timers that are due stay due.
 void pumpWithoutTimers();
@@ -36,20 +36,20 @@ class DialogWindow : public Screen::Window {
     bool closed() override;
     WindowHandle handle() const { return window_; }
 
-    /// Takes the system's request to close, or what a control tells; for the window's procedure.
+    /// Handles a request to close and the controls' notifications; called by the window procedure.
     void receive(unsigned message, std::uintptr_t first);
 
     /// Clicks a button; chooses an entry of a list. False when the control cannot be used.
     bool press(const devkit::BlockData& button);
     bool choose(const devkit::BlockData& list, int entry);
 
-    /// Shows the blocks' properties as they are now, the next time that the window is looked at.
+    /// The blocks' properties have changed: the next refresh() shows them.
     void invalidate() { stale_ = true; }
-    /// Does so now.
+    /// Updates the window from the blocks' properties, when they have changed.
     void refresh();
 
  private:
-    // What shows one block: a group its frame, a label its picture and text, a list its text and field, and so on.
+    // The controls of one block: a group's frame, a label's picture and text, a list's text and field, and so on.
     struct Controls {
         WindowHandle picture = nullptr;
         WindowHandle text = nullptr;
@@ -84,7 +84,7 @@ class DialogWindow : public Screen::Window {
     WindowHandle window_ = nullptr;
     WindowHandle tooltips_ = nullptr;
     HFONT__* font_ = nullptr;
-    std::vector<devkit::BlockData*> blocks_;  ///< by the number of their controls, less the first number
+    std::vector<devkit::BlockData*> blocks_;  ///< by the id of their controls, less the first id
     std::map<const devkit::BlockData*, Controls> controls_;
     bool stale_ = true;
     bool closed_ = false;

@@ -1,34 +1,27 @@
-// What a replay expects of its transcript.
+// Patterns over events, and what a replay expects of its transcript.
 #pragma once
 
 #include "json.h"
-#include "pattern.h"
 
 #include <string>
 #include <vector>
 
 namespace nxhost {
 
-struct Expectation {
-    /// An event after the one expected before it; the very next one, steps and, unless `withLogs`, log lines left
-    /// aside; exactly `times` of them in the whole transcript; none in each stretch from an event that fits `after` to
-    /// the next one that fits `until`, of which there must be one.
-    enum class Kind { later, next, counted, absentBetween };
+/// Whether `value` matches `pattern`: an object when each member of the pattern matches the value's; a list when its
+/// elements match elements of the value's in the same order, with others allowed between them, and an empty list only
+/// an empty one; a text "/…/" when the ECMAScript regular expression is found in the value; anything else when it is
+/// equal.
+bool matches(const Event& pattern, const Event& value);
 
-    std::string place;
-    Kind kind = Kind::later;
-    Event pattern;
-    bool withLogs = false;
-    int times = 0;
-    Event after;  ///< null: the transcript's beginning
-    Event until;  ///< null: its end
-};
+/// Throws std::runtime_error for a text "/…/" that is no regular expression. `place` is where the pattern stands.
+void checkPattern(const Event& pattern, const std::string& place);
 
-/// Reads the list of expectations `name`. Throws std::runtime_error that names the place of what is wrong with it.
-std::vector<Expectation> readExpectations(JsonMembers& members, const std::string& name);
-
-/// Holds `events` against the expectations in their order. Returns "" or an account of the first that is not met, with
+/// Checks `events` against the expectations in their order. Returns "" or an account of the first that is not met, with
 /// the events that come nearest.
-std::string unmet(const std::vector<Expectation>& expectations, const std::vector<Event>& events);
+std::string unmet(const Event& expectations, const std::vector<Event>& events);
+
+/// Whether an event that must be there names `temporaryFiles`: then it says what may be left.
+bool nameTemporaryFiles(const Event& expectations);
 
 }  // namespace nxhost

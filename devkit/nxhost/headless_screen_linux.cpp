@@ -1,8 +1,9 @@
-// A screen without windows, on the event loop whose clock is turned by hand.
+// A screen without windows, on the event loop with its manual clock.
 #include "screen.h"
 
 #include <event_loop.h>
 
+#include <stdexcept>
 #include <thread>
 
 namespace nxhost {
@@ -16,6 +17,9 @@ class HeadlessScreen : public Screen {
     using Screen::Screen;
 
     void showFrame() override { EventLoop::instance().setActiveWindow(this); }
+    void useByHand(const std::string&, ReplayContext&) override {
+        throw std::runtime_error("The native program has no windows: --interactive is for the Windows program.");
+    }
     void changed(devkit::DialogData&, devkit::BlockData&) override {}
     void press(devkit::BlockData& button) override { update(button); }
 
@@ -25,11 +29,11 @@ class HeadlessScreen : public Screen {
     }
 
     void close() override { EventLoop::instance().postClose(EventLoop::instance().activeWindow()); }
-    bool savePicture(const std::filesystem::path&) override { return false; }
+    void savePicture(const std::filesystem::path&) override {}
     std::chrono::milliseconds now() const override { return EventLoop::instance().now(); }
 
-    // A short real pause a turn lets worker threads, which the clock knows nothing of, get on.
-    void turn() override {
+    // A short real pause lets worker threads, which run in real time, get on.
+    void advance() override {
         EventLoop::instance().advance(std::chrono::milliseconds(50));
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
@@ -42,9 +46,7 @@ class HeadlessScreen : public Screen {
         EventLoop::instance().advance(boxTime);
     }
 
-    void settle() override {
-        if (EventLoop::instance().takeClose(this)) frameAskedToClose();
-    }
+    bool frameAskedToClose() override { return EventLoop::instance().takeClose(this); }
 
  private:
     // Its own address is the handle, as the screen's is the frame's.

@@ -1,15 +1,16 @@
 // Loads the built plug-in as the host does, and plays replays with it.
-#include "by_hand.h"
 #include "options.h"
 #include "player.h"
 #include "system.h"
 #include "text.h"
 
-#include <devkit/gate.h>
+#include <devkit/call_interceptor.h>
 #include <devkit/session.h>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
+#include <random>
 
 namespace nxhost {
 
@@ -20,7 +21,7 @@ namespace fs = std::filesystem;
 enum Outcome { passed = 0, differs = 1, unusable = 2, notReached = 3 };
 
 void startSession(const Replay& replay, const Sandbox& sandbox, Transcript& transcript) {
-    devkit::Gate::instance().reset();
+    devkit::CallInterceptor::instance().reset();
     auto& session = devkit::Session::instance();
     session.reset();
     if (replay.system.registered) session.applicationFolders = {sandbox.application()};
@@ -32,95 +33,76 @@ void startSession(const Replay& replay, const Sandbox& sandbox, Transcript& tran
     devkit::loadSession(replay.session, sandbox.parts());
 }
 
-void addFault(const Options& options) {
-    devkit::Fault fault;
-    fault.number = options.fault;
-    fault.null = options.nullFault;
-    devkit::Gate::instance().addFault(fault);
-}
-
 // Says which call has failed, in a run with a fault.
 Outcome outcomeOfFault(const Options& options) {
-    const auto& calls = devkit::Gate::instance().calls();
+    const auto& calls = devkit::CallInterceptor::instance().calls();
     if (options.fault > calls.size()) return notReached;
     std::cerr << "Failed call: " << calls[options.fault - 1] << "\n";
     return passed;
 }
 
-// Plays one replay in this process, which the plug-in's state makes good for one only.
+// Plays one replay in this process. The plug-in keeps its state, so a process plays only one.
 Outcome playHere(const Options& options, const fs::path& file) {
     const auto replay = readReplay(file, !options.interactive);
     Sandbox sandbox(options.sandbox, options.temp);
-    sandbox.fill(replay, {options.plugin, options.application, options.plugin.parent_path() / NXHOST_SERVICE,
-                          options.installed});
+    sandbox.fill(replay, options);
     Transcript transcript(std::cout, sandbox.root(),
                           options.stable ? std::optional<Placeholders>(replay.text) : std::nullopt);
     startSession(replay, sandbox, transcript);
-    if (options.fault > 0) addFault(options);
+    if (options.fault > 0) devkit::addFault({{"number", options.fault}, {"null", options.nullFault}});
     const auto screen = makeScreen(transcript, {sandbox.application()});
     if (!options.interactive) screen->showFrame();
-    devkit::setPresenter(screen.get());
-    Browser browser(transcript, replay.system.browser, options.browser);
+    devkit::presenter() = screen.get();
+    Browser browser(transcript, replay.system.browser == "records", options.browser);
     Plugin plugin(sandbox.plugin());
     plugin.onOpen([&browser](const std::string& address) { return browser.open(address); });
-    Stage stage{sandbox, transcript, *screen, plugin, browser, options.pictures};
-    const auto faults =
-        options.interactive ? useByHand(replay, stage) : Player(replay, stage, options.fault > 0).play();
+    ReplayContext context{sandbox, transcript, *screen, plugin, browser, options.pictures};
+    Player player(replay, context, options.fault > 0);
+    const auto faults = options.interactive ? player.useByHand() : player.play();
     for (const auto& fault : faults) std::cerr << replay.title << ": " << fault << "\n";
     const auto outcome = options.fault > 0 ? outcomeOfFault(options) : passed;
     return faults.empty() ? outcome : differs;
 }
 
-std::vector<std::string> childArguments(const Options& options, const fs::path& sandbox, const fs::path& file) {
-    std::vector<std::string> arguments{"--keep", "--sandbox", utf8(sandbox), "--plugin", utf8(options.plugin)};
-    arguments.insert(arguments.end(), {"--application", utf8(options.application)});
-    if (options.stable) arguments.push_back("--stable");
-    if (options.fault > 0) arguments.insert(arguments.end(), {"--fault", std::to_string(options.fault)});
-    if (options.nullFault) arguments.push_back("--null");
-    if (options.interactive) arguments.push_back("--interactive");
-    if (!options.temp.empty()) arguments.insert(arguments.end(), {"--temp", utf8(options.temp)});
-    if (!options.installed.empty()) arguments.insert(arguments.end(), {"--installed", utf8(options.installed)});
-    if (!options.pictures.empty()) arguments.insert(arguments.end(), {"--pictures", utf8(options.pictures)});
-    if (!options.browser.empty()) arguments.insert(arguments.end(), {"--browser", utf8(options.browser)});
-    arguments.push_back(utf8(file));
-    return arguments;
+fs::path sandboxFor(const Options& options, const fs::path& name) {
+    if (options.sandbox.empty())
+        return fs::temp_directory_path() /
+               pathOf("nxhost-" + std::to_string(std::random_device()() % 1000000) + "-" + utf8(name));
+    return options.files.size() == 1 ? options.sandbox : options.sandbox / name;
 }
 
-// Plays one replay in a process of its own: its sandbox can be removed only when the modules in it are no longer
-// loaded.
-int playApart(const Options& options, const fs::path& file, const fs::path& sandbox) {
-    const int status = runProgram(programFile(), childArguments(options, sandbox, file));
-    if (status > notReached) std::cerr << utf8(file.filename()) << ": the host ended with status " << status << ".\n";
+// Plays one replay in a process of its own, with the same options: its sandbox can be removed only when the modules in
+// it are no longer loaded.
+int playApart(const Options& options, std::vector<std::string> arguments, const std::string& file) {
+    const auto sandbox = sandboxFor(options, pathOf(file).stem());
+    std::erase_if(arguments, [&options](const std::string& argument) {
+        return std::find(options.files.begin(), options.files.end(), argument) != options.files.end();
+    });
+    arguments.insert(arguments.end(), {"--keep", "--sandbox", utf8(sandbox), file});
+    const int status = runProgram(programFile(), arguments);
+    if (status > notReached)
+        std::cerr << utf8(pathOf(file).filename()) << ": the host ended with status " << status << ".\n";
     if (!options.keep) fs::remove_all(sandbox);
     return status;
 }
 
-fs::path sandboxFor(const Options& options, const fs::path& file) {
-    if (options.sandbox.empty())
-        return fs::temp_directory_path() / pathOf("nxhost-" + std::to_string(processId()) + "-" + utf8(file.stem()));
-    return options.files.size() == 1 ? options.sandbox : options.sandbox / file.stem();
-}
-
-int playAll(const Options& options) {
+int playAll(const Options& options, const std::vector<std::string>& arguments) {
     if (options.keep && !options.sandbox.empty() && options.files.size() == 1)
-        return playHere(options, options.files.front());
+        return playHere(options, pathOf(options.files.front()));
     int worst = passed;
-    for (const auto& file : options.files) worst = std::max(worst, playApart(options, file, sandboxFor(options, file)));
+    for (const auto& file : options.files) worst = std::max(worst, playApart(options, arguments, file));
     return worst;
 }
 
 Outcome checkExports(const Options& options) {
-    const auto names = exportedNames(options.plugin);
+    const auto names = namesOf(loadModule(options.plugin), entryPoints);
     for (const auto& name : names) std::cout << name << "\n";
     return names == entryPoints ? passed : differs;
 }
 
 int run(const std::vector<std::string>& arguments) try {
     const auto options = readOptions(arguments, programFile().parent_path());
-    return options.exportCheck ? checkExports(options) : playAll(options);
-} catch (const std::invalid_argument& error) {
-    std::cerr << error.what() << "\n" << usage;
-    return unusable;
+    return options.exportCheck ? checkExports(options) : playAll(options, arguments);
 } catch (const std::exception& error) {
     std::cerr << error.what() << "\n";
     return unusable;

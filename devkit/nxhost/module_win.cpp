@@ -1,4 +1,4 @@
-#include "module.h"
+#include "system.h"
 
 #include <windows.h>
 
@@ -74,8 +74,7 @@ std::vector<std::string> namesOf(void* module, const std::vector<std::string>&) 
 // Only the copy of the table in this process's memory changes.
 void replaceShell(void* module, std::function<int(const std::string&)> open) {
     auto** place = importOf(module, "shell32.dll", "ShellExecuteA");
-    // It opens nothing.
-    if (!place) return;
+    if (!place) return;  // the module does not use the shell
     shell = std::move(open);
     DWORD before = 0;
     VirtualProtect(place, sizeof *place, PAGE_READWRITE, &before);

@@ -2,64 +2,62 @@
 
 #include "text.h"
 
-#include <charconv>
-#include <map>
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <limits>
 #include <stdexcept>
 
 namespace nxhost {
 
-const char* const usage =
-    "nxhost [--stable] [--keep] [--sandbox DIR] [--pictures DIR] [--plugin FILE] [--application DIR]\n"
-    "       [--installed DIR] [--browser PROGRAM] [--temp DIR] FILE...\n"
-    "nxhost --fault N [--null] [option...] FILE\n"
-    "nxhost --interactive [--keep] [--sandbox DIR] [--plugin FILE] [--application DIR] [--installed DIR] FILE\n"
-    "nxhost --export-check [--plugin FILE]\n";
-
 namespace {
 
-// 0 when `text` is no number.
-std::size_t numberOf(const std::string& text) {
-    std::size_t number = 0;
-    const auto* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, number);
-    return result.ec == std::errc() && result.ptr == end ? number : 0;
+void describe(CLI::App& app, Options& options) {
+    app.set_help_flag();
+    // An absolute path is no option.
+    app.allow_windows_style_options(false);
+    app.option_defaults()->take_last();
+    const auto addPath = [&app](const char* name, std::filesystem::path& target, const char* meaning) {
+        const auto set = [&target](const std::string& text) { target = std::filesystem::absolute(pathOf(text)); };
+        return app.add_option_function<std::string>(name, set, meaning)->type_name("PATH");
+    };
+    app.add_flag("--stable", options.stable, "write placeholders for what differs from run to run");
+    app.add_flag("--keep", options.keep, "leave the sandbox");
+    addPath("--sandbox", options.sandbox, "play in this folder, which must be empty or not there");
+    addPath("--pictures", options.pictures, "folder for the pictures that the replay asks for (Windows)");
+    addPath("--plugin", options.plugin, "the plug-in module; otherwise the one beside this program");
+    addPath("--application", options.application, "folder that ships beside the plug-in");
+    addPath("--installed", options.installed, "run the plug-in of the package that is unpacked in this folder");
+    addPath("--temp", options.temp, "folder for temporary files, which several hosts may share");
+    auto* browser = addPath("--browser", options.browser, "start this program with each address that is opened");
+    auto* fault = app.add_option("--fault", options.fault, "let this call of the host fail, from 1")
+                      ->check(CLI::Range(1, std::numeric_limits<int>::max()))
+                      ->type_name("NUMBER");
+    app.add_flag("--null", options.nullFault, "the call that fails returns null where it can")->needs(fault);
+    auto* interactive = app.add_flag("--interactive", options.interactive, "open one file by hand (Windows)");
+    auto* exportCheck = app.add_flag("--export-check", options.exportCheck, "only list what the plug-in exports");
+    auto* files = app.add_option("FILE", options.files, "replays")->take_all();
+    interactive->excludes(browser);
+    exportCheck->excludes(files);
 }
 
 }  // namespace
 
-Options readOptions(const std::vector<std::string>& arguments, const std::filesystem::path& programFolder) {
+Options readOptions(std::vector<std::string> arguments, const std::filesystem::path& programFolder) {
     Options options;
     options.plugin = programFolder / NXHOST_PLUGIN;
     options.application = pathOf(NXHOST_APPLICATION);
-    const std::map<std::string, bool*> flags{{"--stable", &options.stable},
-                                             {"--keep", &options.keep},
-                                             {"--export-check", &options.exportCheck},
-                                             {"--null", &options.nullFault},
-                                             {"--interactive", &options.interactive}};
-    const std::map<std::string, std::filesystem::path*> paths{
-        {"--sandbox", &options.sandbox}, {"--temp", &options.temp},           {"--pictures", &options.pictures},
-        {"--plugin", &options.plugin},   {"--installed", &options.installed}, {"--application", &options.application},
-        {"--browser", &options.browser}};
-    for (std::size_t index = 0; index < arguments.size(); ++index) {
-        const auto& argument = arguments[index];
-        if (flags.contains(argument)) {
-            *flags.at(argument) = true;
-        } else if (paths.contains(argument)) {
-            if (++index == arguments.size()) throw std::invalid_argument(argument + " needs a path.");
-            *paths.at(argument) = std::filesystem::absolute(pathOf(arguments[index]));
-        } else if (argument == "--fault") {
-            options.fault = ++index < arguments.size() ? numberOf(arguments[index]) : 0;
-            if (options.fault == 0) throw std::invalid_argument("--fault needs the number of a call, from 1.");
-        } else if (argument.starts_with("--")) {
-            throw std::invalid_argument(argument + " is unknown.");
-        } else {
-            options.files.push_back(std::filesystem::absolute(pathOf(argument)));
-        }
+    CLI::App app("Loads the built plug-in as the host does, and plays replays with it. See docs/replay.md.", "nxhost");
+    describe(app, options);
+    std::reverse(arguments.begin(), arguments.end());
+    try {
+        app.parse(arguments);
+        if (options.files.empty() && !options.exportCheck) throw CLI::RequiredError("A file to play");
+        if (options.files.size() > 1 && options.interactive)
+            throw CLI::ArgumentMismatch("--interactive takes one file");
+    } catch (const CLI::ParseError& error) {
+        throw std::invalid_argument(error.what() + ("\n\n" + app.help()));
     }
-    if (options.files.empty() != options.exportCheck) throw std::invalid_argument("What shall be played?");
-    if (options.nullFault && options.fault == 0) throw std::invalid_argument("--null goes with --fault.");
-    if (options.interactive && (options.files.size() > 1 || !options.browser.empty()))
-        throw std::invalid_argument("--interactive takes one file, and the desktop's own browser.");
     return options;
 }
 

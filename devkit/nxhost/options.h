@@ -22,12 +22,11 @@ struct Options {
     std::filesystem::path application;
     std::filesystem::path installed;  ///< folder of an installed package, run from where it lies; empty: what was built
     std::filesystem::path browser;    ///< program that is given each opened address; empty starts none
-    std::vector<std::filesystem::path> files;
+    std::vector<std::string> files;   ///< as written
 };
 
-extern const char* const usage;
-
-/// Reads the command line; what it leaves out is what was built and what ships. Throws std::invalid_argument.
-Options readOptions(const std::vector<std::string>& arguments, const std::filesystem::path& programFolder);
+/// Reads the command line; what it leaves out is what was built and what ships. Throws std::invalid_argument with what
+/// is wrong and how to use the program.
+Options readOptions(std::vector<std::string> arguments, const std::filesystem::path& programFolder);
 
 }  // namespace nxhost

@@ -1,4 +1,4 @@
-#include "pattern.h"
+#include "expectations.h"
 
 #include <algorithm>
 #include <map>
@@ -18,34 +18,32 @@ bool isRegex(const Event& pattern) {
 const std::regex& regexOf(const Event& pattern) {
     static std::map<std::string, std::regex> made;
     const auto& text = pattern.get_ref<const std::string&>();
-    const auto known = made.find(text);
-    if (known != made.end()) return known->second;
-    return made.emplace(text, std::regex(text.substr(1, text.size() - 2))).first->second;
+    return made.try_emplace(text, text.substr(1, text.size() - 2)).first->second;
 }
 
-bool listFits(const Event& pattern, const Event& value) {
+bool listMatches(const Event& pattern, const Event& value) {
     if (pattern.empty()) return value.empty();
     auto at = value.begin();
     for (const auto& wanted : pattern) {
-        at = std::find_if(at, value.end(), [&](const Event& element) { return fits(wanted, element); });
+        at = std::find_if(at, value.end(), [&](const Event& element) { return matches(wanted, element); });
         if (at == value.end()) return false;
         ++at;
     }
     return true;
 }
 
-bool objectFits(const Event& pattern, const Event& value) {
+bool objectMatches(const Event& pattern, const Event& value) {
     for (const auto& [name, wanted] : pattern.items())
-        if (!value.contains(name) || !fits(wanted, value[name])) return false;
+        if (!value.contains(name) || !matches(wanted, value[name])) return false;
     return true;
 }
 
 }  // namespace
 
-bool fits(const Event& pattern, const Event& value) {
+bool matches(const Event& pattern, const Event& value) {
     if (isRegex(pattern)) return value.is_string() && std::regex_search(value.get<std::string>(), regexOf(pattern));
-    if (pattern.is_object()) return value.is_object() && objectFits(pattern, value);
-    if (pattern.is_array()) return value.is_array() && listFits(pattern, value);
+    if (pattern.is_object()) return value.is_object() && objectMatches(pattern, value);
+    if (pattern.is_array()) return value.is_array() && listMatches(pattern, value);
     return pattern == value;
 }
 
@@ -53,7 +51,7 @@ void checkPattern(const Event& pattern, const std::string& place) try {
     if (isRegex(pattern)) regexOf(pattern);
     if (pattern.is_structured())
         for (const auto& [name, part] : pattern.items())
-            checkPattern(part, std::string(place).append(".").append(name));
+            checkPattern(part, place + (pattern.is_array() ? "[" + name + "]" : "." + name));
 } catch (const std::regex_error&) {
     throw std::runtime_error(place + ": " + pattern.dump() + " is no regular expression");
 }

@@ -1,77 +1,127 @@
 #include "player.h"
 
-#include "leftovers.h"
+#include "expectations.h"
+#include "steps.h"
+#include "text.h"
+
+#include <devkit/call_interceptor.h>
+
+#include <regex>
 
 namespace nxhost {
 
-Player::Player(const Replay& replay, Stage& stage, bool faulty) : replay_(replay), stage_(stage), faulty_(faulty) {
-    stage_.screen.onIdle = [this] { return idle(); };
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string placeOf(std::size_t step) {
+    return "replay.steps[" + std::to_string(step) + "]: ";
 }
 
+// Tokens, codes and states of sign-ins are runs of 64 hexadecimal digits, and nothing else in a log is.
+bool holdsSecret(const std::string& text) {
+    static const std::regex secret("[0-9a-f]{64}");
+    return std::regex_search(text, secret);
+}
+
+}  // namespace
+
+Player::Player(const Replay& replay, ReplayContext& context, bool faulty)
+    : replay_(replay), context_(context), faulty_(faulty) {}
+
 std::vector<std::string> Player::play() {
-    while (!failed_ && (stage_.wait || next_ < replay_.steps.size()))
-        if (idle() == Idle::waiting) stage_.screen.turn();
-    if (!stage_.unloaded) unloadPlugin(stage_);
-    noteViolations();
-    judge();
+    context_.screen.onIdle = [this] { return idle(); };
+    while (!failed_ && (context_.wait || next_ < replay_.steps.size()))
+        if (idle() == Idle::waiting) context_.screen.advance();
+    if (!context_.unloaded) unloadPlugin(context_);
+    finish();
+    if (failed_ || faulty_) return faults_;
+    const auto account = unmet(replay_.expect, context_.transcript.events());
+    if (!account.empty()) faults_.push_back(account);
+    return faults_;
+}
+
+std::vector<std::string> Player::useByHand() {
+    context_.screen.useByHand(replay_.title, context_);
+    unloadPlugin(context_);
+    nxhost::noteViolations(context_);
+    for (const auto& violation : devkit::CallInterceptor::instance().violations())
+        faults_.push_back("Broken rule: " + violation);
+    finish();
     return faults_;
 }
 
 Idle Player::idle() {
     noteViolations();
     if (failed_) return Idle::ended;
-    if (stage_.wait) return await();
+    if (context_.wait) return pollWait();
     if (next_ < replay_.steps.size()) {
-        perform(replay_.steps[next_++]);
+        performNext();
     } else {
-        fail("The steps are over, and the dialog " + openDialog(stage_).name + " is still open.");
+        fail("The steps are over, and the dialog " + openDialog(context_).name + " is still open.");
     }
     return failed_ ? Idle::ended : Idle::stepped;
 }
 
-Idle Player::await() {
-    if (stage_.wait->over(stage_)) {
-        stage_.wait.reset();
+Idle Player::pollWait() {
+    if (context_.wait->over(context_)) {
+        context_.wait.reset();
         return Idle::stepped;
     }
-    if (std::chrono::steady_clock::now() < stage_.wait->limit) return Idle::waiting;
-    fail(replay_.steps[next_ - 1].place + ": waited in vain for " + stage_.wait->what);
+    if (std::chrono::steady_clock::now() < context_.wait->limit) return Idle::waiting;
+    fail(placeOf(next_ - 1) + "waited in vain for " + context_.wait->what);
     return Idle::ended;
 }
 
-void Player::perform(const Step& step) {
-    // When a wait begins is a matter of time: what it waits for may have come about by then.
-    if (!step.waits) {
-        stage_.transcript.write({{"event", "step"}, {"step", step.source}});
-        stage_.mark = stage_.transcript.events().size();
+void Player::performNext() {
+    const auto index = next_++;
+    const auto& step = replay_.steps[index];
+    // When a wait begins depends on time: what it waits for may have happened by then.
+    if (!isWait(step)) {
+        context_.transcript.write({{"event", "step"}, {"step", Event(step)}});
+        context_.mark = context_.transcript.events().size();
     }
     try {
-        step.perform(stage_);
+        perform(context_, step);
     } catch (const std::exception& error) {
-        fail(step.place + ": " + error.what());
+        fail(placeOf(index) + error.what());
     }
 }
 
-// The steps that remain are left out, and whatever the plug-in still shows closes at once.
+// The remaining steps are left out, and whatever the plug-in still shows closes at once.
 void Player::fail(const std::string& account) {
     if (failed_) return;
     failed_ = true;
-    stage_.wait.reset();
-    stage_.screen.shut();
-    if (stage_.screen.dialog()) stage_.transcript.write(dialogEvent("look", *stage_.screen.dialog()));
-    stage_.transcript.write({{"event", "error"}, {"text", account}});
+    context_.wait.reset();
+    context_.screen.shut();
+    if (context_.screen.dialog()) context_.transcript.write(dialogEvent("look", *context_.screen.dialog()));
+    context_.transcript.write({{"event", "error"}, {"text", account}});
     if (!faulty_) faults_.push_back(account);
 }
 
 void Player::noteViolations() {
-    for (const auto& violation : nxhost::noteViolations(stage_)) faults_.push_back("Broken rule: " + violation);
+    for (const auto& violation : nxhost::noteViolations(context_)) faults_.push_back("Broken rule: " + violation);
 }
 
-void Player::judge() {
-    for (const auto& fault : leftovers(replay_, stage_)) faults_.push_back(fault);
-    if (failed_ || faulty_) return;
-    const auto account = unmet(replay_.expectations, stage_.transcript.events());
-    if (!account.empty()) faults_.push_back(account);
+void Player::finish() {
+    noteViolations();
+    checkTemporaryFiles();
+    checkSecrets();
+}
+
+void Player::checkTemporaryFiles() {
+    if (nameTemporaryFiles(replay_.expect)) return;
+    for (const auto& name : context_.sandbox.temporaryFiles())
+        faults_.push_back("A temporary file was left behind: " + name);
+}
+
+void Player::checkSecrets() {
+    for (const auto& entry : fs::recursive_directory_iterator(context_.sandbox.root()))
+        if (entry.path().extension() == ".log" && holdsSecret(readFile(entry.path())))
+            faults_.push_back("A secret of a sign-in stands in " + utf8(entry.path().filename()) + ".");
+    for (const auto& event : context_.transcript.events())
+        if (event["event"] == "message-box" && holdsSecret(event["text"].get<std::string>()))
+            faults_.push_back("A secret of a sign-in stands in a message box.");
 }
 
 }  // namespace nxhost

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "replay.h"
-#include "stage.h"
+#include "replay_context.h"
 
 #include <string>
 #include <vector>
@@ -14,24 +14,29 @@ namespace nxhost {
 class Player {
  public:
     /// With `faulty` a call of the host is about to fail: steps that no longer fit then end the replay and are no
-    /// fault, and what the replay expects is not asked.
-    Player(const Replay& replay, Stage& stage, bool faulty);
+    /// fault, and its expectations are not checked.
+    Player(const Replay& replay, ReplayContext& context, bool faulty);
 
     /// Performs all steps and ends the host's session. Returns the faults found: steps that could not be done, broken
     /// rules, expectations that are not met, temporary files and secrets left behind. Each is a readable sentence or
     /// more.
     std::vector<std::string> play();
+    /// Lets a person use the host instead, until they close its window. Steps and expectations are left out. Throws
+    /// std::runtime_error where there are no windows.
+    std::vector<std::string> useByHand();
 
  private:
     Idle idle();
-    Idle await();
-    void perform(const Step& step);
+    Idle pollWait();
+    void performNext();
     void fail(const std::string& account);
     void noteViolations();
-    void judge();
+    void finish();
+    void checkTemporaryFiles();
+    void checkSecrets();
 
     const Replay& replay_;
-    Stage& stage_;
+    ReplayContext& context_;
     bool faulty_;
     std::size_t next_ = 0;
     bool failed_ = false;

@@ -1,6 +1,6 @@
 #include "plugin.h"
 
-#include "module.h"
+#include "system.h"
 
 #include <stdexcept>
 
@@ -18,8 +18,8 @@ void bind(void* module, const char* name, Function& function) {
 
 Plugin::Plugin(const std::filesystem::path& file) : module_(loadModule(file)) {
     bind(module_, "ufusr", run_);
-    bind(module_, "ufusr_ask_unload", askUnload_);
-    bind(module_, "ufusr_cleanup", cleanUp_);
+    bind(module_, "ufusr_ask_unload", askUnload);
+    bind(module_, "ufusr_cleanup", cleanUp);
 }
 
 void Plugin::run() {
@@ -28,20 +28,8 @@ void Plugin::run() {
     run_(parameter, &result, 0);
 }
 
-int Plugin::askUnload() {
-    return askUnload_();
-}
-
-void Plugin::cleanUp() {
-    cleanUp_();
-}
-
 void Plugin::onOpen(std::function<int(const std::string&)> open) {
     replaceShell(module_, std::move(open));
-}
-
-std::vector<std::string> exportedNames(const std::filesystem::path& file) {
-    return namesOf(loadModule(file), entryPoints);
 }
 
 }  // namespace nxhost

@@ -1,51 +1,35 @@
 #include "replay.h"
 
+#include "expectations.h"
+#include "steps.h"
 #include "text.h"
+
+#include <stdexcept>
 
 namespace nxhost {
 
-namespace {
-
-Surroundings readSurroundings(const Json& value, const std::string& place) {
-    JsonMembers members(value, place);
-    Surroundings system;
-    if (members.find("browser")) system.browser = readBrowserWord(members, "browser");
-    members.read("helpMap", system.helpMap);
-    members.read("registered", system.registered);
-    members.read("localAppData", system.localAppData);
-    members.finish();
-    return system;
-}
-
-}  // namespace
-
-bool readBrowserWord(JsonMembers& members, const std::string& name) {
-    const auto word = neededText(members, name);
-    if (word != "records" && word != "none") members.fail(name, "expected \"records\" or \"none\"");
-    return word == "records";
-}
-
-Json readPropertiesValue(JsonMembers& members, const std::string& name) {
-    const auto& value = needed(members, name);
-    std::map<std::string, std::string> texts;
-    if (!value.is_null() && !value.is_string()) members.read(name, texts);
-    return value;
-}
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Environment, browser, helpMap, registered, localAppData)
 
 Replay readReplay(const std::filesystem::path& file, bool needsSteps) {
-    Replay replay;
-    replay.text = readFile(file);
-    const auto document = Json::parse(replay.text);
-    JsonMembers members(document, "replay");
-    replay.title = neededText(members, "title");
-    if (members.find("properties")) replay.properties = readPropertiesValue(members, "properties");
-    if (members.find("service")) replay.service = neededObject(members, "service");
-    if (members.find("session")) replay.session = neededObject(members, "session");
-    if (const auto* system = members.find("system"))
-        replay.system = readSurroundings(*system, members.pathOf("system"));
-    if (needsSteps || members.find("steps")) replay.steps = readSteps(members, "steps");
-    if (members.find("expect")) replay.expectations = readExpectations(members, "expect");
-    members.finish();
+    const auto text = readFile(file);
+    const auto document = Json::parse(text);
+    checkStepNames(document);
+    checkReplay(document);
+    if (needsSteps && !document.contains("steps")) throw std::runtime_error("replay.steps: is missing");
+    const auto list = Json::array();
+    const auto nothing = Json::object();
+    Replay replay{text,
+                  document.at("title"),
+                  document.value("properties", Json()),
+                  document.value("service", nothing),
+                  document.value("session", nothing),
+                  document.value("system", Environment()),
+                  document.value("steps", list),
+                  document.value("expect", list)};
+    for (std::size_t index = 0; index < replay.steps.size(); ++index)
+        if (isWait(replay.steps[index]))
+            checkPattern(replay.steps[index]["wait"], "replay.steps[" + std::to_string(index) + "].wait");
+    checkPattern(replay.expect, "replay.expect");
     return replay;
 }
 

@@ -3,7 +3,7 @@
 #include "system.h"
 #include "text.h"
 
-#include <http_text.h>
+#include <http_client.h>
 
 #include <algorithm>
 #include <utility>
@@ -32,17 +32,18 @@ Sandbox::Sandbox(const fs::path& root, fs::path temp) : temp_(std::move(temp)) {
     root_ = fs::canonical(root);
 }
 
-// Into the sandbox, or from where a package was unpacked.
-void Sandbox::deploy(const Product& product) {
-    application_ = (product.installed.empty() ? root_ : product.installed) / "application";
-    if (!product.installed.empty()) return;
-    fs::copy(product.application, application_, fs::copy_options::recursive);
-    for (const auto& file : {product.plugin, product.service}) fs::copy_file(file, application_ / file.filename());
+// Copies the product into the sandbox; an installed package is used where it lies.
+void Sandbox::deploy(const Options& options) {
+    application_ = (options.installed.empty() ? root_ : options.installed) / "application";
+    if (!options.installed.empty()) return;
+    fs::copy(options.application, application_, fs::copy_options::recursive);
+    const auto service = options.plugin.parent_path() / NXHOST_SERVICE;
+    for (const auto& file : {options.plugin, service}) fs::copy_file(file, application_ / file.filename());
 }
 
-void Sandbox::fill(const Replay& replay, const Product& product) {
-    deploy(product);
-    plugin_ = application_ / product.plugin.filename();
+void Sandbox::fill(const Replay& replay, const Options& options) {
+    deploy(options);
+    plugin_ = application_ / options.plugin.filename();
     if (!replay.system.helpMap) fs::remove(application_ / "pivrahelp.map");
     for (const char* folder : {"parts", "temp", "local", "service"}) fs::create_directory(root_ / folder);
     writeProperties(replay.properties);
@@ -69,7 +70,7 @@ void Sandbox::changeService(const Json& members) {
 fs::path Sandbox::inside(const std::string& name) const {
     const auto relative = pathOf(name).lexically_normal();
     if (name.empty() || relative.has_root_path() || *relative.begin() == "..")
-        throw StepError("\"" + name + "\" is no path below the sandbox.");
+        throw std::runtime_error("\"" + name + "\" is no path below the sandbox.");
     return root_ / relative;
 }
 

@@ -2,6 +2,7 @@
 // data.
 #pragma once
 
+#include "options.h"
 #include "replay.h"
 
 #include <filesystem>
@@ -10,23 +11,15 @@
 
 namespace nxhost {
 
-/// The built files that a sandbox gets copies of, unless a package is installed.
-struct Product {
-    std::filesystem::path plugin;
-    std::filesystem::path application;  ///< the folder that ships beside the plug-in
-    std::filesystem::path service;      ///< the native service library
-    std::filesystem::path installed;    ///< folder of an installed package; empty for none
-};
-
 class Sandbox {
  public:
-    /// Takes over `root`, which must be empty or not there. Temporary files go into `temp`, which several hosts may
-    /// share, or into a folder of the sandbox's own when it is empty. Throws std::runtime_error.
+    /// Uses the folder `root`, which must be empty or not exist. Temporary files go into `temp`, which several hosts
+    /// may share, or into a folder of the sandbox's own when it is empty. Throws std::runtime_error.
     Sandbox(const std::filesystem::path& root, std::filesystem::path temp);
 
-    /// Lays out what the replay needs, and points the process's environment into the sandbox. Throws
+    /// Writes the files that the replay needs, and points the process's environment into the sandbox. Throws
     /// std::runtime_error.
-    void fill(const Replay& replay, const Product& product);
+    void fill(const Replay& replay, const Options& options);
 
     const std::filesystem::path& root() const { return root_; }
     const std::filesystem::path& application() const { return application_; }
@@ -39,14 +32,14 @@ class Sandbox {
     /// Replaces members of the service's description and writes it.
     void changeService(const Json& members);
 
-    /// The file that a replay calls `name`: a path below the sandbox. Throws StepError for one that leaves it.
+    /// The file that a replay calls `name`: a path below the sandbox. Throws std::runtime_error for one that leaves it.
     std::filesystem::path inside(const std::string& name) const;
 
-    /// Everything that lies in the sandbox's own temp/, by its path from there, in order.
+    /// All files and folders in the sandbox's own temp/, by their paths from there, sorted.
     std::vector<std::string> temporaryFiles() const;
 
  private:
-    void deploy(const Product& product);
+    void deploy(const Options& options);
 
     std::filesystem::path root_;
     std::filesystem::path temp_;

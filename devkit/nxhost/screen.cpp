@@ -1,6 +1,8 @@
 #include "screen.h"
 
-#include <devkit/gate.h>
+#include <devkit/call_interceptor.h>
+
+#include <map>
 
 namespace nxhost {
 
@@ -13,7 +15,7 @@ std::string plainType(const std::string& type) {
 
 bool holds(const devkit::BlockData& block, const char* property) {
     for (const auto* at = &block; at; at = at->parent)
-        if (!devkit::flagProperty(*at, property, true)) return false;
+        if (!devkit::propertyOr(*at, property, true)) return false;
     return true;
 }
 
@@ -28,19 +30,10 @@ void addBlocks(Event& blocks, const devkit::BlockData& parent) {
     }
 }
 
-const char* kindName(devkit::BoxKind kind) {
-    switch (kind) {
-        case devkit::BoxKind::error:
-            return "error";
-        case devkit::BoxKind::warning:
-            return "warning";
-        case devkit::BoxKind::information:
-            return "information";
-        case devkit::BoxKind::question:
-            return "question";
-    }
-    return "unknown";
-}
+const std::map<devkit::BoxKind, const char*> kindNames{{devkit::BoxKind::error, "error"},
+                                                       {devkit::BoxKind::warning, "warning"},
+                                                       {devkit::BoxKind::information, "information"},
+                                                       {devkit::BoxKind::question, "question"}};
 
 }  // namespace
 
@@ -53,7 +46,7 @@ Event lookOf(const devkit::BlockData& block) {
     addText(look, "tooltip", devkit::textProperty(block, "BalloonTooltipText"));
     if (look["type"] != "enum") return look;
     look["members"] = block.members;
-    look["value"] = devkit::numberProperty(block, "Value", -1);
+    look["value"] = devkit::propertyOr(block, "Value", -1);
     return look;
 }
 
@@ -65,17 +58,16 @@ Event dialogEvent(const std::string& kind, const devkit::DialogData& dialog) {
 
 void Screen::show(devkit::DialogData& dialog) {
     if (shut_) return;
-    guard("initialize", dialog.onInitialize);
-    guard("shown", dialog.onShown);
+    dialog.onInitialize();
+    dialog.onShown();
     {
         const auto window = open(dialog);
         open_.emplace_back(&dialog, window.get());
         transcript_.write(dialogEvent("dialog-shown", dialog));
         loop(*window);
-        guard("close", dialog.onClose);
         open_.pop_back();
     }
-    settle();
+    if (frameAskedToClose()) violation("The host's own window was asked to close.");
     transcript_.write(dialogEvent("dialog-closed", dialog));
 }
 
@@ -89,35 +81,22 @@ void Screen::loop(Window& window) {
     while (!window.closed()) {
         const auto idle = onIdle ? onIdle() : Idle::waiting;
         if (idle == Idle::ended) return;
-        if (idle == Idle::waiting) turn();
+        if (idle == Idle::waiting) advance();
     }
 }
 
 int Screen::messageBox(const std::string& title, devkit::BoxKind kind, const std::string& message) {
-    transcript_.write({{"event", "message-box"}, {"title", title}, {"kind", kindName(kind)}, {"text", message}});
+    transcript_.write({{"event", "message-box"}, {"title", title}, {"kind", kindNames.at(kind)}, {"text", message}});
     if (!shut_) showBox(title, kind, message);
     return 1;
 }
 
 void Screen::update(devkit::BlockData& block) {
-    const auto& handler = dialog()->onUpdate;
-    if (handler) guard("update", [&] { handler(block); });
-}
-
-void Screen::guard(const char* name, const std::function<void()>& handler) try {
-    if (handler) handler();
-} catch (const std::exception& error) {
-    violation(std::string("An exception left the dialog's ") + name + " handler: " + error.what());
-} catch (...) {
-    violation(std::string("An exception without a text left the dialog's ") + name + " handler.");
-}
-
-void Screen::frameAskedToClose() {
-    violation("The host's own window was asked to close.");
+    dialog()->onUpdate(block);
 }
 
 void Screen::violation(const std::string& text) {
-    devkit::Gate::instance().addViolation(text);
+    devkit::CallInterceptor::instance().addViolation(text);
 }
 
 }  // namespace nxhost

@@ -1,7 +1,7 @@
-// The screen on which a replay plays: shows the host's dialogs and message boxes, and acts on them as a user does.
+// The screen on which a replay plays: shows the host's dialogs and message boxes, and acts on them like a user.
 //
-// A dialog's modal loop asks `onIdle` for the next thing to do whenever it has nothing else; what it is asked to do may
-// open a message box or another dialog inside it. Host's thread only.
+// A dialog's modal loop asks `onIdle` for the next thing to do whenever it is idle; that may open a message box or
+// another dialog inside it. Host's thread only.
 #pragma once
 
 #include "transcript.h"
@@ -18,19 +18,21 @@
 
 namespace nxhost {
 
+struct ReplayContext;
+
 /// What a modal loop does next: go on at once, let time pass, or close because the replay is over or has failed. The
-/// clock of turn() stands still while it goes on at once: no timer ticks between two steps that do not wait.
+/// clock of advance() stands still while it goes on at once: no timer ticks between two steps that do not wait.
 enum class Idle { stepped, waiting, ended };
 
 class Screen : public devkit::Presenter {
  public:
     explicit Screen(Transcript& transcript) : transcript_(transcript) {}
 
-    /// A dialog's window: there and active from after its shown handler until after it has closed.
+    /// A dialog's window: it exists and is active from after its shown handler until after it has closed.
     class Window {
      public:
         virtual ~Window() = default;
-        /// Deals with what is due at once, timers left aside; true when the window has been asked to close.
+        /// Handles what is due now, except timers; true when the window has been asked to close.
         virtual bool closed() = 0;
     };
 
@@ -43,6 +45,9 @@ class Screen : public devkit::Presenter {
     /// Shows the frame of a host that nobody uses by hand: the window that is active while no dialog is open. The
     /// plug-in must not close it.
     virtual void showFrame() = 0;
+    /// Shows the window of a host that a person uses, until they close it. Addresses that the plug-in opens go to the
+    /// desktop's browser. Throws std::runtime_error where there are no windows.
+    virtual void useByHand(const std::string& title, ReplayContext& context) = 0;
 
     void show(devkit::DialogData& dialog) final;
     int messageBox(const std::string& title, devkit::BoxKind kind, const std::string& message) final;
@@ -54,12 +59,12 @@ class Screen : public devkit::Presenter {
     virtual void press(devkit::BlockData& button) = 0;
     virtual void choose(devkit::BlockData& list, int entry) = 0;
     virtual void close() = 0;
-    /// Saves a picture of the open dialog's window; false where there are no windows.
-    virtual bool savePicture(const std::filesystem::path& file) = 0;
+    /// Saves a picture of the open dialog's window, where there are windows.
+    virtual void savePicture(const std::filesystem::path& file) = 0;
 
     /// Lets a little time pass: timers tick and windows get their messages.
-    virtual void turn() = 0;
-    /// The clock of turn().
+    virtual void advance() = 0;
+    /// The clock of advance().
     virtual std::chrono::milliseconds now() const = 0;
     /// No more dialogs and boxes: those that the plug-in still opens end at once.
     void shut() { shut_ = true; }
@@ -69,16 +74,14 @@ class Screen : public devkit::Presenter {
     Window* windowOf(const devkit::DialogData* dialog) const;
 
     virtual std::unique_ptr<Window> open(devkit::DialogData& dialog) = 0;
-    /// Deals with requests to close the host's frame that came while a dialog was open.
-    virtual void settle() = 0;
-    void frameAskedToClose();
-    /// Shows a box for `boxTime` on the clock of turn(), so that timers tick beneath it, or until a person answers it.
+    /// Whether the host's frame was asked to close while a dialog was open.
+    virtual bool frameAskedToClose() = 0;
+    /// Shows a box for `boxTime` on the clock of advance(), so that timers tick beneath it, or until a person answers
+    /// it.
     virtual void showBox(const std::string& title, devkit::BoxKind kind, const std::string& message) = 0;
 
     static constexpr std::chrono::milliseconds boxTime{500};
 
-    /// Calls a handler of the plug-in; an exception that leaves it is a broken rule, and ends here.
-    void guard(const char* name, const std::function<void()>& handler);
     void update(devkit::BlockData& block);
     void violation(const std::string& text);
 
@@ -90,7 +93,7 @@ class Screen : public devkit::Presenter {
     bool shut_ = false;
 };
 
-/// The screen of this system: real windows where there are some, otherwise nothing but the record. Throws
+/// The screen of this system: real windows where there are some, otherwise only the transcript. Throws
 /// std::runtime_error when windows cannot be shown.
 std::unique_ptr<Screen> makeScreen(Transcript& transcript, const std::vector<std::filesystem::path>& bitmapFolders);
 

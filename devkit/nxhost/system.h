@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,11 +20,20 @@ void setEnvironment(const char* name, const std::filesystem::path& value);
 /// This program's own file.
 std::filesystem::path programFile();
 
-/// A number that no other process has now.
-unsigned long processId();
-
 /// Runs a program to its end and returns its exit status; a program that was killed gives 128 or more. Throws
 /// std::runtime_error when it cannot be started.
 int runProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments);
+
+/// Loads a module, whose own folder is searched for what it needs. Throws std::runtime_error with the system's reason.
+void* loadModule(const std::filesystem::path& file);
+
+/// Address of an exported function, or null.
+void* symbolOf(void* module, const char* name);
+
+/// The exported names: all of them on Windows, elsewhere those among `candidates`. Sorted.
+std::vector<std::string> namesOf(void* module, const std::vector<std::string>& candidates);
+
+/// Replaces the shell by `open`, for that module alone.
+void replaceShell(void* module, std::function<int(const std::string&)> open);
 
 }  // namespace nxhost

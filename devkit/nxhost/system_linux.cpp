@@ -1,10 +1,14 @@
 #include "system.h"
 
+#include <dlfcn.h>
+#include <event_loop.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <stdexcept>
 
 namespace nxhost {
@@ -26,10 +30,6 @@ std::filesystem::path programFile() {
     return std::filesystem::read_symlink("/proc/self/exe");
 }
 
-unsigned long processId() {
-    return static_cast<unsigned long>(getpid());
-}
-
 int runProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
     std::vector<std::string> texts = arguments;
     texts.insert(texts.begin(), program.string());
@@ -43,6 +43,27 @@ int runProgram(const std::filesystem::path& program, const std::vector<std::stri
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+void* loadModule(const std::filesystem::path& file) {
+    void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!module) throw std::runtime_error(std::string("The module cannot be loaded: ") + dlerror());
+    return module;
+}
+
+void* symbolOf(void* module, const char* name) {
+    return dlsym(module, name);
+}
+
+std::vector<std::string> namesOf(void* module, const std::vector<std::string>& candidates) {
+    std::vector<std::string> names;
+    std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(names),
+                 [&](const std::string& name) { return symbolOf(module, name.c_str()); });
+    return names;
+}
+
+void replaceShell(void*, std::function<int(const std::string&)> open) {
+    devkit::EventLoop::instance().setShell(std::move(open));
 }
 
 }  // namespace nxhost

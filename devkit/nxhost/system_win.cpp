@@ -54,10 +54,6 @@ std::filesystem::path programFile() {
     return name;
 }
 
-unsigned long processId() {
-    return GetCurrentProcessId();
-}
-
 int runProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
     auto line = quoted(program.wstring());
     for (const auto& argument : arguments) line += L' ' + quoted(pathOf(argument).wstring());

@@ -1,6 +1,5 @@
 #include "text.h"
 
-#include <fstream>
 #include <iterator>
 #include <stdexcept>
 
@@ -24,9 +23,8 @@ std::string readFile(const std::filesystem::path& file) {
 
 void writeFile(const std::filesystem::path& file, const std::string& bytes) {
     std::filesystem::create_directories(file.parent_path());
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    out << bytes;
-    if (!out.flush()) throw std::runtime_error("The file " + utf8(file) + " cannot be written.");
+    if (!devkit::writeWholeFile(file, bytes))
+        throw std::runtime_error("The file " + utf8(file) + " cannot be written.");
 }
 
 }  // namespace nxhost

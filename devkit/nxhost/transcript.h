@@ -4,17 +4,58 @@
 // so that their order does not depend on when they were noticed. Host's thread only.
 #pragma once
 
-#include "scrub.h"
-#include "tail.h"
+#include "json.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
 #include <ostream>
+#include <set>
+#include <string>
 #include <vector>
 
 namespace nxhost {
+
+/// Names the sandbox "<sandbox>" and hides the secrets of addresses.
+class Redactor {
+ public:
+    explicit Redactor(const std::filesystem::path& sandbox);
+
+    /// `text` with the sandbox's path, in either slash style, replaced by "<sandbox>", forward slashes up to the end of
+    /// that path, and the values of `state=`, `code_challenge=` and the like replaced by "***".
+    std::string operator()(const std::string& text) const;
+
+ private:
+    std::string sandbox_;
+};
+
+/// Numbers what is random or belongs to one process: the same thing gets the same placeholder throughout.
+class Placeholders {
+ public:
+    /// UUIDs that stand in `replay` are kept.
+    explicit Placeholders(const std::string& replay);
+
+    /// `text` with "<time>", "<port>", "<temp-1>", "<uuid-1>" for times, ports of the service, names of temporary
+    /// folders and other UUIDs.
+    std::string operator()(const std::string& text);
+
+ private:
+    std::string numbered(const std::string& kind, const std::string& value);
+
+    std::set<std::string> kept_;
+    std::map<std::string, std::string> names_;
+    std::map<std::string, int> counts_;
+};
+
+/// Applies `change` to every text value in `event`.
+template <typename Change>
+void changeTexts(Event& event, Change& change) {
+    if (event.is_string()) event = change(event.get_ref<const std::string&>());
+    if (event.is_structured())
+        for (auto& member : event) changeTexts(member, change);
+}
 
 class Transcript {
  public:
@@ -31,7 +72,7 @@ class Transcript {
     /// Told of each event once it is written, as it is kept.
     std::function<void(const Event&)> onEvent;
 
-    /// The events so far, scrubbed; what expectations are held against.
+    /// The events so far, redacted; expectations are checked against them.
     const std::vector<Event>& events() const { return events_; }
     /// The uploads that wait for the next event.
     const std::vector<Event>& waitingUploads() const { return waitingUploads_; }
@@ -41,10 +82,10 @@ class Transcript {
 
     std::ostream& out_;
     std::filesystem::path sandbox_;
-    Scrub scrub_;
+    Redactor redact_;
     std::optional<Placeholders> placeholders_;
-    std::map<std::filesystem::path, Tail> logs_;
-    Tail uploads_;
+    std::map<std::filesystem::path, std::uintmax_t> logs_;  ///< with the number of bytes read
+    std::uintmax_t uploadsRead_ = 0;
     std::vector<Event> events_;
     std::vector<Event> waitingUploads_;
 };

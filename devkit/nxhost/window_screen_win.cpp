@@ -1,11 +1,13 @@
 // A screen with real windows, message boxes and timers.
 #include "dialog_window_win.h"
+#include "host_window_win.h"
 #include "text.h"
 
 #include <windows.h>
 
 #include <commctrl.h>
 
+#include <map>
 #include <stdexcept>
 #include <utility>
 
@@ -26,19 +28,10 @@ void CALLBACK dismissBox(HWND, UINT, UINT_PTR, DWORD) {
     EnumThreadWindows(GetCurrentThreadId(), pressInBox, 0);
 }
 
-UINT iconOf(devkit::BoxKind kind) {
-    switch (kind) {
-        case devkit::BoxKind::error:
-            return MB_ICONERROR;
-        case devkit::BoxKind::warning:
-            return MB_ICONWARNING;
-        case devkit::BoxKind::information:
-            return MB_ICONINFORMATION;
-        case devkit::BoxKind::question:
-            return MB_ICONQUESTION;
-    }
-    return 0;
-}
+const std::map<devkit::BoxKind, UINT> icons{{devkit::BoxKind::error, MB_ICONERROR},
+                                            {devkit::BoxKind::warning, MB_ICONWARNING},
+                                            {devkit::BoxKind::information, MB_ICONINFORMATION},
+                                            {devkit::BoxKind::question, MB_ICONQUESTION}};
 
 LRESULT CALLBACK frameProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
     if (message != WM_CLOSE) return DefWindowProcW(window, message, first, second);
@@ -67,6 +60,8 @@ class WindowScreen : public Screen {
         SetActiveWindow(frame_);
     }
 
+    void useByHand(const std::string& title, ReplayContext& context) override { HostWindow(title, context).use(); }
+
     void changed(devkit::DialogData& dialog, devkit::BlockData&) override {
         if (auto* window = windowOf(&dialog)) static_cast<DialogWindow*>(window)->invalidate();
     }
@@ -81,14 +76,13 @@ class WindowScreen : public Screen {
 
     void close() override { PostMessageW(current().handle(), WM_SYSCOMMAND, SC_CLOSE, 0); }
 
-    bool savePicture(const std::filesystem::path& file) override {
+    void savePicture(const std::filesystem::path& file) override {
         current().refresh();
         pumpWithoutTimers();
         saveWindow(current().handle(), file);
-        return true;
     }
 
-    void turn() override {
+    void advance() override {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
         pumpMessages();
     }
@@ -99,9 +93,9 @@ class WindowScreen : public Screen {
     }
 
  protected:
-    void settle() override {
+    bool frameAskedToClose() override {
         pumpWithoutTimers();
-        if (std::exchange(frameClosed_, false)) frameAskedToClose();
+        return std::exchange(frameClosed_, false);
     }
 
     std::unique_ptr<Window> open(devkit::DialogData& dialog) override {
@@ -111,7 +105,7 @@ class WindowScreen : public Screen {
 
     void showBox(const std::string& title, devkit::BoxKind kind, const std::string& message) override {
         const auto timer = hostWindow ? 0 : SetTimer(nullptr, 0, static_cast<UINT>(boxTime.count()), dismissBox);
-        MessageBoxW(topmost(), pathOf(message).c_str(), pathOf(title).c_str(), MB_OK | iconOf(kind));
+        MessageBoxW(topmost(), pathOf(message).c_str(), pathOf(title).c_str(), MB_OK | icons.at(kind));
         if (timer) KillTimer(nullptr, timer);
     }
 

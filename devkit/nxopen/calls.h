@@ -1,7 +1,7 @@
-// How the stand-ins enter the gate and fail.
+// How the stand-ins pass the call interceptor, and fail.
 #pragma once
 
-#include <devkit/gate.h>
+#include <devkit/call_interceptor.h>
 #include <NXOpen/NXException.hxx>
 
 #include <string>
@@ -10,21 +10,39 @@ namespace devkit {
 
 /// Enters a method that returns no pointer.
 inline void enter(const char* name) {
-    Gate::instance().enter(name);
+    CallInterceptor::instance().enter(name);
 }
 
 /// Enters a method that returns a pointer; false when it is to return null.
 inline bool enterForPointer(const char* name) {
-    return Gate::instance().enter(name, true);
+    return CallInterceptor::instance().enter(name, true);
 }
 
 /// Enters a function of the C interface; 0 or the status to return.
 inline int enterUf(const char* name) {
-    return Gate::instance().enterUf(name);
+    return CallInterceptor::instance().enterUf(name);
 }
 
 [[noreturn]] inline void fail(const std::string& message) {
     throw NXOpen::NXException::Create(message.c_str());
 }
+
+/// Statuses of the C interface beside those that its headers name.
+namespace status {
+
+inline constexpr int wrongThread = 1000001;
+inline constexpr int notInitialized = 1000002;
+inline constexpr int badTag = 1000003;
+inline constexpr int textTooLong = 1000004;
+inline constexpr int badName = 1000005;
+inline constexpr int notFound = 1000006;
+inline constexpr int emptyStack = 1000007;
+
+/// The call broke a rule of the host, so that it has no effect at all; an injected fault may have one.
+inline bool refused(int status) {
+    return status == wrongThread || status == notInitialized;
+}
+
+}  // namespace status
 
 }  // namespace devkit

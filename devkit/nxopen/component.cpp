@@ -27,15 +27,6 @@ devkit::PartData* Component::placedPart() const {
     return isRoot_ || placement().loaded ? referencedPart() : nullptr;
 }
 
-NXString Component::Name() {
-    return DisplayName();
-}
-
-bool Component::IsOccurrence() {
-    devkit::enter("NXOpen::Assemblies::Component::IsOccurrence");
-    return true;
-}
-
 INXObject* Component::Prototype() {
     if (!devkit::enterForPointer("NXOpen::Assemblies::Component::Prototype")) return nullptr;
     devkit::PartData* part = placedPart();

@@ -1,11 +1,7 @@
 #include "host_objects.h"
 
-#include <devkit/live_objects.h>
-#include <NXOpen/NXObjectManager.hxx>
 #include <NXOpen/Part.hxx>
 #include <NXOpen/TransientObject.hxx>
-
-#include "calls.h"
 
 namespace devkit {
 
@@ -31,9 +27,9 @@ void HostObjects::clear() {
     owned_.clear();
 }
 
-LiveObjects& liveObjects() {
-    static LiveObjects objects;
-    return objects;
+int& liveObjects() {
+    static int count = 0;
+    return count;
 }
 
 }  // namespace devkit
@@ -46,19 +42,12 @@ TaggedObject::~TaggedObject() {
     devkit::HostObjects::instance().remove(tag_);
 }
 
-tag_t TaggedObject::Tag() const {
-    return tag_;
+TransientObject::TransientObject() {
+    ++devkit::liveObjects();
 }
 
-TransientObject::TransientObject() = default;
-
-TransientObject::~TransientObject() = default;
-
-TaggedObject* NXObjectManager::Get(tag_t tag) {
-    if (!devkit::enterForPointer("NXOpen::NXObjectManager::Get") || tag == NULL_TAG) return nullptr;
-    auto* object = devkit::HostObjects::instance().find<TaggedObject>(tag);
-    if (object == nullptr) devkit::fail("No object has this tag.");
-    return object;
+TransientObject::~TransientObject() {
+    --devkit::liveObjects();
 }
 
 }  // namespace NXOpen

@@ -2,28 +2,56 @@
 
 #include <cstring>
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace devkit {
 
-std::filesystem::path pathFromUtf8(const std::string& text) {
-    return std::filesystem::path(std::u8string(text.begin(), text.end()));
-}
+#if defined(_WIN32)
 
-std::string utf8FromPath(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return std::string(text.begin(), text.end());
-}
+namespace {
 
-std::vector<NXOpen::NXString> hostStrings(const std::vector<std::string>& utf8) {
-    std::vector<NXOpen::NXString> result;
-    for (const std::string& text : utf8) result.push_back(hostString(text));
+std::wstring wide(const std::string& text, UINT codePage) {
+    const int length = MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+    std::wstring result(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), result.data(), length);
     return result;
 }
 
-std::vector<std::string> utf8Texts(const std::vector<NXOpen::NXString>& texts) {
-    std::vector<std::string> result;
-    for (const NXOpen::NXString& text : texts) result.emplace_back(text.GetUTF8Text());
+std::string narrow(const std::wstring& text, UINT codePage) {
+    const int size = static_cast<int>(text.size());
+    const int length = WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(length), '\0');
+    WideCharToMultiByte(codePage, 0, text.data(), size, result.data(), length, nullptr, nullptr);
     return result;
 }
+
+UINT fileSystemCodePage() {
+    return AreFileApisANSI() ? CP_ACP : CP_OEMCP;
+}
+
+}  // namespace
+
+std::string utf8FromNarrow(const std::string& text) {
+    return narrow(wide(text, fileSystemCodePage()), CP_UTF8);
+}
+
+std::string narrowFromUtf8(const std::string& text) {
+    return narrow(wide(text, CP_UTF8), fileSystemCodePage());
+}
+
+#else
+
+std::string utf8FromNarrow(const std::string& text) {
+    return text;
+}
+
+std::string narrowFromUtf8(const std::string& text) {
+    return text;
+}
+
+#endif
 
 bool copyNarrow(const std::string& text, char* buffer, std::size_t size) {
     const std::string narrow = narrowFromUtf8(text);
@@ -33,3 +61,13 @@ bool copyNarrow(const std::string& text, char* buffer, std::size_t size) {
 }
 
 }  // namespace devkit
+
+namespace NXOpen {
+
+NXString::NXString(const char* text, NXStringMode mode) : NXString(std::string(text != nullptr ? text : ""), mode) {}
+
+NXString::NXString(const std::string& text, NXStringMode mode)
+    : locale_(mode == Locale ? text : devkit::narrowFromUtf8(text)),
+      utf8_(mode == UTF8 ? text : devkit::utf8FromNarrow(text)) {}
+
+}  // namespace NXOpen

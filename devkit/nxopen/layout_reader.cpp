@@ -2,13 +2,11 @@
 
 #include <boost/property_tree/ptree.hpp>
 #include <boost/property_tree/xml_parser.hpp>
-#include <charconv>
+#include <fstream>
 #include <set>
-#include <sstream>
 #include <stdexcept>
 
 #include "host_text.h"
-#include "layout_text.h"
 
 namespace devkit {
 
@@ -40,25 +38,16 @@ bool flag(const std::string& text) {
     return text == "True";
 }
 
-template <class T>
-T number(const std::string& text) {
-    T result{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), result);
-    if (error != std::errc() || end != text.data() + text.size()) {
-        throw std::runtime_error("\"" + text + "\" is no number");
-    }
-    return result;
-}
-
-std::vector<std::string> namesOf(const Element& property, const std::string& child, const std::string& nameAttribute) {
-    std::vector<std::string> names;
-    forEachChild(property, child, [&](const Element& entry) { names.push_back(attribute(entry, nameAttribute)); });
-    return names;
+int number(const std::string& text) {
+    const auto result = Element(text).get_value_optional<int>();
+    if (!result) throw std::runtime_error("\"" + text + "\" is no number");
+    return *result;
 }
 
 void readEnumeration(const Element& property, const std::string& name, BlockData& block) {
-    const auto options = namesOf(property, "Option", "name");
-    const int selected = number<int>(attribute(property, "selected"));
+    std::vector<std::string> options;
+    forEachChild(property, "Option", [&](const Element& option) { options.push_back(attribute(option, "name")); });
+    const int selected = number(attribute(property, "selected"));
     if (selected < 0 || (selected > 0 && selected >= static_cast<int>(options.size()))) {
         throw std::runtime_error("the selected option is not in the list");
     }
@@ -68,21 +57,18 @@ void readEnumeration(const Element& property, const std::string& name, BlockData
 }
 
 void readProperty(const Element& property, BlockData& block) {
-    // Only run-time data counts here; places, vectors and containers are the designer's.
-    static const std::set<std::string> designerTypes{"attachment", "stlvector", "bits", "point", "vector", "array"};
+    // Of no use here: what is the designer's, containers, and what no interface gives.
+    static const std::set<std::string> ignored{"attachment", "stlvector", "bits",    "point",     "vector",
+                                               "array",      "double",    "strings", "utfstrings"};
     const std::string type = attribute(property, "type");
-    if (designerTypes.count(type) != 0) return;
+    if (ignored.count(type) != 0) return;
     const std::string name = attribute(property, "sname");
     if (type == "logical") {
         block.properties[name] = flag(attribute(property, "value"));
     } else if (type == "string" || type == "utfstring" || type == "file") {
         block.properties[name] = attribute(property, "value");
     } else if (type == "integer") {
-        block.properties[name] = number<int>(attribute(property, "value"));
-    } else if (type == "double") {
-        block.properties[name] = number<double>(attribute(property, "value"));
-    } else if (type == "strings" || type == "utfstrings") {
-        block.properties[name] = namesOf(property, "Strings", "value");
+        block.properties[name] = number(attribute(property, "value"));
     } else if (type == "enum") {
         readEnumeration(property, name, block);
     } else {
@@ -123,8 +109,18 @@ void addDefaults(BlockData& block) {
 
 class LayoutReader {
  public:
+    /// Blocks lie in their container directly, or each in a wrapper of the same class and id.
     void readBlocks(const Element& container, BlockData& parent) {
         forEachChild(container, "item", [&](const Element& item) { readBlock(item, parent); });
+        forEachChild(container, "Property", [&](const Element& wrapper) {
+            forEachChild(wrapper, "item", [&](const Element& item) {
+                for (const char* name : {"id", "class"}) {
+                    if (attribute(wrapper, name) == attribute(item, name)) continue;
+                    throw std::runtime_error("block \"" + attribute(item, "id") + "\": its wrapper differs");
+                }
+                readBlock(item, parent);
+            });
+        });
     }
 
  private:
@@ -142,36 +138,19 @@ class LayoutReader {
         } catch (const std::runtime_error& error) {
             throw std::runtime_error("block \"" + block->id + "\": " + error.what());
         }
-        readMembers(propertiesOf(item), *block);
+        forEachChild(propertiesOf(item), "Property", [&](const Element& property) {
+            if (attribute(property, "id") == "Members") readBlocks(propertiesOf(property), *block);
+        });
         parent.children.push_back(std::move(block));
-    }
-
-    /// A container's blocks lie in its property "Members", each in a wrapper of the same class and id or directly.
-    void readMembers(const Element& properties, BlockData& block) {
-        forEachChild(properties, "Property", [&](const Element& property) {
-            if (attribute(property, "id") != "Members") return;
-            const Element& container = propertiesOf(property);
-            readBlocks(container, block);
-            forEachChild(container, "Property", [&](const Element& wrapper) { readWrapped(wrapper, block); });
-        });
-    }
-
-    void readWrapped(const Element& wrapper, BlockData& parent) {
-        forEachChild(wrapper, "item", [&](const Element& item) {
-            if (attribute(wrapper, "id") != attribute(item, "id") ||
-                attribute(wrapper, "class") != attribute(item, "class")) {
-                throw std::runtime_error("block \"" + attribute(item, "id") + "\": its wrapper differs");
-            }
-            readBlock(item, parent);
-        });
     }
 
     std::set<std::string> ids_;
 };
 
-void readDialog(const std::string& text, DialogData& dialog) {
+void readDialog(const std::filesystem::path& file, DialogData& dialog) {
+    std::ifstream in(file, std::ios::binary);
+    if (!in) throw std::runtime_error("the file cannot be read");
     Element document;
-    std::istringstream in(text);
     boost::property_tree::read_xml(in, document);
     const auto root = document.find("Dialog");
     if (root == document.not_found()) throw std::runtime_error("the root element is no Dialog");
@@ -182,14 +161,25 @@ void readDialog(const std::string& text, DialogData& dialog) {
     LayoutReader().readBlocks(root->second, dialog.top);
 }
 
+BlockData* findBelow(BlockData& block, const std::string& id) {
+    for (const auto& child : block.children) {
+        if (child->id == id) return child.get();
+        if (BlockData* found = findBelow(*child, id)) return found;
+    }
+    return nullptr;
+}
+
 }  // namespace
+
+BlockData* DialogData::find(const std::string& id) {
+    return findBelow(top, id);
+}
 
 std::unique_ptr<DialogData> readLayout(const std::filesystem::path& file) {
     auto dialog = std::make_unique<DialogData>();
-    dialog->file = file;
-    dialog->name = utf8FromPath(file.filename());
+    dialog->name = utf8(file.filename());
     try {
-        readDialog(readLayoutText(file), *dialog);
+        readDialog(file, *dialog);
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(dialog->name + ": " + error.what());
     }

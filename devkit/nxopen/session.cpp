@@ -1,7 +1,5 @@
 #include <devkit/session.h>
 #include <NXOpen/BasePart.hxx>
-#include <NXOpen/NXException.hxx>
-#include <NXOpen/Part.hxx>
 #include <NXOpen/PartCollection.hxx>
 #include <NXOpen/Session.hxx>
 
@@ -9,7 +7,6 @@
 #include <nlohmann/json.hpp>
 
 #include "calls.h"
-#include "clone_session.h"
 #include "host_objects.h"
 
 namespace devkit {
@@ -32,7 +29,6 @@ Session& Session::instance() {
 
 void Session::reset() {
     HostObjects::instance().clear();
-    cloneSession().reset();
     *this = Session();
 }
 
@@ -84,12 +80,6 @@ BasePart* PartCollection::BaseDisplay() {
     if (!devkit::enterForPointer("NXOpen::PartCollection::BaseDisplay")) return nullptr;
     auto& session = devkit::Session::instance();
     return session.object(session.displayed());
-}
-
-Part* PartCollection::Display() {
-    if (!devkit::enterForPointer("NXOpen::PartCollection::Display")) return nullptr;
-    auto& session = devkit::Session::instance();
-    return dynamic_cast<Part*>(session.object(session.displayed()));
 }
 
 }  // namespace NXOpen

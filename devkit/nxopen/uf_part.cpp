@@ -1,6 +1,9 @@
+#include <uf_assem.h>
 #include <uf_fam.h>
 #include <uf_part.h>
+#include <NXOpen/Assemblies_Component.hxx>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "c_memory.h"
@@ -8,22 +11,38 @@
 #include "host_objects.h"
 #include "host_text.h"
 #include "managed_name.h"
-#include "uf_status.h"
 
 namespace {
+
+using devkit::copyNarrow;
+using devkit::HostObjects;
 
 struct FamilyInstance;
 struct Family;
 
 devkit::PartData* partOf(tag_t tag) {
-    auto* part = devkit::HostObjects::instance().find<NXOpen::BasePart>(tag);
+    auto* part = HostObjects::instance().find<NXOpen::BasePart>(tag);
     return part != nullptr ? &part->data() : nullptr;
+}
+
+/// Answers a question about a part, which its tag must be of.
+int ask(const char* call, tag_t tag, const std::function<int(devkit::PartData&)>& answer) {
+    if (const int status = devkit::enterUf(call)) return status;
+    devkit::PartData* part = partOf(tag);
+    return part != nullptr ? answer(*part) : devkit::status::badTag;
+}
+
+/// How the C interface names a part: by its full path, or by its encoded name when it is managed.
+int copyName(const devkit::PartData* part, char name[MAX_FSPEC_BUFSIZE]) {
+    std::string text;
+    if (part != nullptr) text = part->managed ? devkit::encodeManagedName(*part->managed) : part->fullPath;
+    return copyNarrow(text, name, MAX_FSPEC_BUFSIZE) ? 0 : devkit::status::textTooLong;
 }
 
 }  // namespace
 
 int UF_PART_free_load_status(UF_PART_load_status_p_t load_status) {
-    const int status = devkit::Gate::instance().enterUf("UF_PART_free_load_status", false);
+    const int status = devkit::CallInterceptor::instance().enterUf("UF_PART_free_load_status", false);
     devkit::freeStrings(load_status->n_parts, load_status->file_names);
     std::free(load_status->statuses);
     *load_status = {};
@@ -31,11 +50,7 @@ int UF_PART_free_load_status(UF_PART_load_status_p_t load_status) {
 }
 
 int UF_PART_ask_part_name(tag_t part, char part_fspec[MAX_FSPEC_BUFSIZE]) {
-    if (const int status = devkit::enterUf("UF_PART_ask_part_name")) return status;
-    const devkit::PartData* data = partOf(part);
-    if (data == nullptr) return devkit::status::badTag;
-    const std::string name = data->managed ? devkit::encodeManagedName(*data->managed) : data->fullPath;
-    return devkit::copyNarrow(name, part_fspec, MAX_FSPEC_BUFSIZE) ? 0 : devkit::status::textTooLong;
+    return ask("UF_PART_ask_part_name", part, [=](const auto& data) { return copyName(&data, part_fspec); });
 }
 
 tag_t UF_PART_ask_display_part() {
@@ -46,42 +61,58 @@ tag_t UF_PART_ask_display_part() {
 }
 
 logical UF_PART_is_modified(tag_t part) {
-    if (devkit::enterUf("UF_PART_is_modified") != 0) return false;
-    const devkit::PartData* data = partOf(part);
-    return data != nullptr && data->modified;
+    bool modified = false;
+    const int status = ask("UF_PART_is_modified", part, [&](const auto& data) {
+        modified = data.modified;
+        return 0;
+    });
+    return status == 0 && modified;
 }
 
 int UF_PART_is_family_instance(tag_t part, logical* is_family_instance) {
-    if (const int status = devkit::enterUf("UF_PART_is_family_instance")) return status;
-    const devkit::PartData* data = partOf(part);
-    if (data == nullptr) return devkit::status::badTag;
-    *is_family_instance = data->familyInstance;
-    return 0;
+    return ask("UF_PART_is_family_instance", part, [=](const auto& data) {
+        *is_family_instance = data.familyInstance;
+        return 0;
+    });
 }
 
 int UF_PART_is_family_template(tag_t part, logical* is_family_template) {
-    if (const int status = devkit::enterUf("UF_PART_is_family_template")) return status;
-    const devkit::PartData* data = partOf(part);
-    if (data == nullptr) return devkit::status::badTag;
-    *is_family_template = data->familyTemplate;
-    return 0;
+    return ask("UF_PART_is_family_template", part, [=](const auto& data) {
+        *is_family_template = data.familyTemplate;
+        return 0;
+    });
 }
 
 int UF_PART_ask_family_instance(tag_t part, tag_t* instance) {
-    if (const int status = devkit::enterUf("UF_PART_ask_family_instance")) return status;
-    devkit::PartData* data = partOf(part);
-    if (data == nullptr) return devkit::status::badTag;
-    auto& objects = devkit::HostObjects::instance();
-    *instance = data->familyMember ? objects.make<devkit::TaggedPart<FamilyInstance>>(*data)->Tag() : NULL_TAG;
-    return 0;
+    return ask("UF_PART_ask_family_instance", part, [=](auto& data) {
+        auto& objects = HostObjects::instance();
+        *instance = data.familyMember ? objects.make<devkit::TaggedPart<FamilyInstance>>(data)->Tag() : NULL_TAG;
+        return 0;
+    });
 }
 
 int UF_FAM_ask_instance_data(tag_t instance, tag_t* family, int* member_index) {
     if (const int status = devkit::enterUf("UF_FAM_ask_instance_data")) return status;
-    auto& objects = devkit::HostObjects::instance();
+    auto& objects = HostObjects::instance();
     const auto* found = objects.find<devkit::TaggedPart<FamilyInstance>>(instance);
     if (found == nullptr || !found->part.familyMember) return devkit::status::badTag;
     *family = objects.make<devkit::TaggedPart<Family>>(found->part)->Tag();
     *member_index = *found->part.familyMember;
     return 0;
+}
+
+int UF_ASSEM_ask_component_data(tag_t component, char part_name[MAX_FSPEC_BUFSIZE],
+                                char refset_name[UF_OBJ_NAME_BUFSIZE], char instance_name[UF_CFI_MAX_FILE_NAME_BUFSIZE],
+                                double origin[3], double csys_matrix[9], double transform[4][4]) {
+    if (const int status = devkit::enterUf("UF_ASSEM_ask_component_data")) return status;
+    const auto* found = HostObjects::instance().find<NXOpen::Assemblies::Component>(component);
+    if (found == nullptr) return devkit::status::badTag;
+    std::fill_n(origin, 3, 0.0);
+    std::fill_n(csys_matrix, 9, 0.0);
+    std::fill_n(&transform[0][0], 16, 0.0);
+    for (int i = 0; i < 3; ++i) csys_matrix[4 * i] = 1;
+    for (int i = 0; i < 4; ++i) transform[i][i] = 1;
+    copyNarrow("Entire Part", refset_name, UF_OBJ_NAME_BUFSIZE);
+    copyNarrow("", instance_name, UF_CFI_MAX_FILE_NAME_BUFSIZE);
+    return copyName(found->referencedPart(), part_name);
 }

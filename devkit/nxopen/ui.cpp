@@ -10,6 +10,15 @@
 #include "dialog_state.h"
 #include "host_text.h"
 
+namespace devkit {
+
+Presenter*& presenter() {
+    static Presenter* current = nullptr;
+    return current;
+}
+
+}  // namespace devkit
+
 namespace NXOpen {
 
 namespace {
@@ -21,14 +30,6 @@ std::filesystem::path findLayout(const std::filesystem::path& name) {
         if (std::filesystem::exists(folder / name, ignored)) return folder / name;
     }
     return name;
-}
-
-std::unique_ptr<devkit::DialogData> loadLayout(const std::string& name) {
-    try {
-        return devkit::readLayout(findLayout(devkit::pathFromUtf8(name)));
-    } catch (const std::runtime_error& error) {
-        devkit::fail(std::string("The dialog could not be created: ") + error.what());
-    }
 }
 
 }  // namespace
@@ -45,31 +46,18 @@ NXOpen::NXMessageBox* UI::NXMessageBox() {
 
 BlockStyler::BlockDialog* UI::CreateDialog(const NXString& dialogName) {
     if (!devkit::enterForPointer("NXOpen::UI::CreateDialog")) return nullptr;
-    auto state = std::make_unique<devkit::DialogState>(loadLayout(dialogName.GetUTF8Text()));
-    return new BlockStyler::BlockDialog(std::move(state));
-}
-
-BlockStyler::BlockDialog* UI::CreateDialog(const char* dialogName) {
-    return CreateDialog(NXString(dialogName));
+    try {
+        auto layout = devkit::readLayout(findLayout(devkit::pathOf(dialogName.GetUTF8Text())));
+        return new BlockStyler::BlockDialog(std::make_unique<devkit::DialogState>(std::move(layout)));
+    } catch (const std::runtime_error& error) {
+        devkit::fail(std::string("The dialog could not be created: ") + error.what());
+    }
 }
 
 int NXMessageBox::Show(const NXString& title, DialogType msgboxType, const NXString& message) {
     devkit::enter("NXOpen::NXMessageBox::Show");
     return devkit::presenter()->messageBox(title.GetUTF8Text(), static_cast<devkit::BoxKind>(msgboxType),
                                            message.GetUTF8Text());
-}
-
-int NXMessageBox::Show(const char* title, DialogType msgboxType, const char* message) {
-    return Show(NXString(title), msgboxType, NXString(message));
-}
-
-int NXMessageBox::Show(const NXString& title, DialogType msgboxType, std::vector<NXString>& messages) {
-    std::string text;
-    for (const NXString& message : messages) {
-        if (!text.empty()) text += '\n';
-        text += message.GetUTF8Text();
-    }
-    return Show(title, msgboxType, devkit::hostString(text));
 }
 
 }  // namespace NXOpen

@@ -1,4 +1,4 @@
-#include <platform/calendar.h>
+#include "platform/calendar.h"
 
 #include <cerrno>
 #include <mutex>

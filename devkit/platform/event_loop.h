@@ -1,4 +1,4 @@
-// The native build's stand-in for a Windows message loop: timers on a clock that is turned by hand, the active window,
+// The native build's stand-in for a Windows message loop: timers on a manual clock, the active window,
 // posted close messages and the shell. One process has one; only the host's thread uses it.
 #pragma once
 
@@ -21,8 +21,8 @@ class EventLoop {
     void removeTimer(std::uintptr_t id);
     bool hasTimers() const { return !timers_.empty(); }
 
-    /// Turns the clock on by `span` and runs every timer that falls due meanwhile, in order of time. A tick may add and
-    /// remove timers, and may turn the clock itself (a modal box inside a tick).
+    /// Advances the clock by `span` and runs every timer that becomes due, in order of time. A tick may add and remove
+    /// timers, and may advance the clock itself (a modal box inside a tick).
     void advance(std::chrono::milliseconds span);
     /// The clock; starts at zero and moves only by advance().
     std::chrono::milliseconds now() const { return now_; }
@@ -33,7 +33,7 @@ class EventLoop {
     /// True once for each window that was asked to close.
     bool takeClose(void* window) { return closes_.erase(window) != 0; }
 
-    /// What opens addresses; its result is the shell's (32 or less is a failure). Without one every address opens.
+    /// Opens addresses; its result is the shell's (32 or less is a failure). Without one every address opens.
     void setShell(std::function<int(const std::string&)> shell) { shell_ = std::move(shell); }
     int shellOpen(const std::string& address) { return shell_ ? shell_(address) : 33; }
 
@@ -44,7 +44,7 @@ class EventLoop {
         std::shared_ptr<std::function<void()>> onTick;
     };
 
-    /// The timer that falls due first, if that is by `end`; among equals the oldest.
+    /// The timer that is due first, if it is due by `end`; the oldest of several.
     Timer* nextDue(std::chrono::milliseconds end);
 
     std::map<std::uintptr_t, Timer> timers_;

@@ -1,4 +1,4 @@
-#include <platform/files.h>
+#include "platform/files.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -10,24 +10,10 @@
 namespace platform {
 namespace fs = std::filesystem;
 
-namespace {
-
-bool writeAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const auto written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
-}  // namespace
-
 bool appendToFile(const fs::path& file, std::string_view bytes) noexcept {
     const int descriptor = ::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
     if (descriptor < 0) return false;
-    const bool written = writeAll(descriptor, bytes);
+    const bool written = ::write(descriptor, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
     ::close(descriptor);
     return written;
 }
@@ -88,7 +74,7 @@ fs::path shortPath(const fs::path& path) {
     return path;
 }
 
-// A lock that the stand-in's deletion respects takes the place of the open handle.
+// A lock replaces the open handle; removeDirectory() respects it.
 std::shared_ptr<void> holdDirectory(const fs::path& directory) {
     const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) return nullptr;

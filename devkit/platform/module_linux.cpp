@@ -1,4 +1,4 @@
-#include <platform/module.h>
+#include "platform/module.h"
 
 #include <dlfcn.h>
 

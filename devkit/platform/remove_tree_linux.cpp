@@ -1,4 +1,4 @@
-#include <platform/remove_tree.h>
+#include "platform/remove_tree.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,6 +1,6 @@
 // Names are bytes here, and taken to be UTF-8.
-#include <platform/text_encoding.h>
-#include <platform/utf8.h>
+#include "platform/text.h"
+#include "platform/text_encoding.h"
 
 #include <algorithm>
 

@@ -1,8 +1,10 @@
-#include <config/log_settings.h>
-#include <config/properties.h>
-#include <logging/log.h>
-#include <platform/environment.h>
-#include <platform/text_encoding.h>
+#include "config/log_settings.h"
+
+#include "config/properties.h"
+#include "logging/log.h"
+#include "platform/environment.h"
+#include "platform/text.h"
+#include "platform/text_encoding.h"
 
 #include <map>
 #include <optional>
@@ -34,7 +36,7 @@ std::filesystem::path defaultLogDirectory() {
 }
 
 void applyLogLevel(const std::string& key, const std::string& value) {
-    const auto level = value.empty() ? LogLevel::info : levelNamed(toLower(Trim(value)));
+    const auto level = value.empty() ? LogLevel::info : levelNamed(platform::toLower(platform::Trim(value)));
     if (!level) {
         logging::logUnfiltered(LogLevel::warning, "pivra.properties: unrecognized value for " +
                                                       (key.empty() ? "log_level" : key) + ": \"" + value +
@@ -50,7 +52,7 @@ void applyLogLevel(const std::string& key, const std::string& value) {
 
 void ApplyLogSettings() {
     LoadProperties();
-    const auto value = Trim(GetProperty("pivra_nx_log_directory"));
+    const auto value = platform::Trim(GetProperty("pivra_nx_log_directory"));
     const auto base = value.empty() ? defaultLogDirectory() : propertiesDirectory();
     logging::setLogDirectory(logging::ResolveLogPath(base, platform::pathFromUtf8(value)));
     applyLogLevel("pivra_nx_log_level", GetProperty("pivra_nx_log_level"));

@@ -1,6 +1,8 @@
-#include <config/properties.h>
-#include <logging/log.h>
-#include <platform/module.h>
+#include "config/properties.h"
+
+#include "logging/log.h"
+#include "platform/module.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <array>
@@ -32,12 +34,12 @@ LoadedProperties readProperties(const fs::path& file) {
 }
 
 void parseLine(std::string_view rawLine, PropertiesTable& table) {
-    const auto line = Trim(rawLine);
+    const auto line = platform::Trim(rawLine);
     if (line.empty() || line.front() == '#' || line.front() == '!') return;
     const auto equals = line.find('=');
     if (equals == std::string::npos) return;
-    auto key = Trim(std::string_view(line).substr(0, equals));
-    if (!key.empty()) table[std::move(key)] = Trim(std::string_view(line).substr(equals + 1));
+    auto key = platform::Trim(std::string_view(line).substr(0, equals));
+    if (!key.empty()) table[std::move(key)] = platform::Trim(std::string_view(line).substr(equals + 1));
 }
 
 template <std::size_t Size>
@@ -66,25 +68,10 @@ std::string GetProperty(const std::string& key) {
     return found == values.end() ? std::string() : found->second;
 }
 
-std::string Trim(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
-}
-
-std::string toLower(std::string_view text) {
-    std::string lower(text);
-    for (char& letter : lower) {
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    }
-    return lower;
-}
-
 bool ParseBooleanSetting(const std::string& key, const std::string& value, bool defaultValue) {
     constexpr std::array<std::string_view, 5> yes{"1", "true", "yes", "on", "enabled"};
     constexpr std::array<std::string_view, 5> no{"0", "false", "no", "off", "disabled"};
-    const auto word = toLower(Trim(value));
+    const auto word = platform::toLower(platform::Trim(value));
     if (word.empty()) return defaultValue;
     if (isOneOf(word, yes)) return true;
     if (isOneOf(word, no)) return false;

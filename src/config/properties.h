@@ -1,7 +1,7 @@
 // The settings file `pivra.properties`, kept beside the plug-in's own file.
 //
-// One setting a line, "key = value"; "#" and "!" begin a comment line. Settings never fail loudly: a missing file, a
-// malformed line or an unknown key costs nothing and leaves the defaults. docs/settings.md lists the keys.
+// One setting a line, "key = value"; "#" and "!" begin a comment line. Settings never fail: a missing file, a malformed
+// line or an unknown key leaves the defaults. docs/settings.md lists the keys.
 //
 // The table has no lock: it is replaced on the host's thread at the start of each run, and every read takes a copy.
 #pragma once
@@ -27,12 +27,6 @@ bool LoadProperties();
 
 /// Value of `key`, matched exactly; empty when absent.
 std::string GetProperty(const std::string& key);
-
-/// `text` without blanks, tabs, carriage returns and line feeds (these four) at both ends.
-std::string Trim(std::string_view text);
-
-/// Byte-wise lower case of the letters A to Z.
-std::string toLower(std::string_view text);
 
 /// Reads a boolean setting: "1", "true", "yes", "on", "enabled" and "0", "false", "no", "off", "disabled" in any case.
 /// An empty value gives `defaultValue` silently; anything else gives it after one warning line in the log.

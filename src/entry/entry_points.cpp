@@ -1,11 +1,11 @@
-// What the host finds in the plug-in's file. No exception leaves these functions.
+// The functions that the host calls by name. No exception leaves them.
 #include "entry/launch.h"
-#include "ui/callback_guard.h"
+#include "ui/message_box.h"
 
 #include <uf.h>
 #include <uf_exit.h>
 
-// The resource that a signed library carries. The host delivers it as a source to be included.
+// The resource that a signed library must contain. NX ships it as a source file to include.
 #include <NXSigningResource.cpp>  // NOLINT(bugprone-suspicious-include)
 
 extern "C" {
@@ -15,7 +15,7 @@ DllExport void ufusr(char* /*param*/, int* /*retcod*/, int /*param_len*/) {
     ui::guardRun(entry::run);
 }
 
-/// The session of a signed-in user lives in the library, so it stays until the host ends.
+/// The library holds the sign-in session, so it stays loaded until the host ends.
 DllExport int ufusr_ask_unload() {
     return UF_UNLOAD_UG_TERMINATE;
 }

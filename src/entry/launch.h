@@ -1,6 +1,7 @@
 // What one run of the plug-in does, between the exported entry points and the dialogs. Host's thread only.
 #pragma once
 
+#include "service/auth_session.h"
 #include "ui/main_dialog.h"
 #include "ui/upload_progress_dialog.h"
 
@@ -10,15 +11,20 @@
 namespace entry {
 
 /// One run: applies the log settings, shows a pending sign-in message once, and opens the main dialog for a signed-in
-/// user, otherwise the sign-in dialog. Throws what escapes its steps.
+/// user, otherwise the sign-in dialog. Throws what its steps throw.
 void run();
 
 /// The sign-in button: starts a browser flow, abandoning one that is under way, and tells the user; opens the main
-/// dialog for a user who is signed in already. Throws what escapes the start.
+/// dialog for a user who is signed in already. Throws what the start throws.
 void signIn();
 
-/// Main dialog and progress dialog in turn, until the user closes one of them. Throws what escapes the preparation of
-/// the temporary folders.
+/// The same for `session`. Abandons a flow that is under way, starts a new one and tells the user; calls
+/// `openMainDialog` for a user who is signed in already. Throws what the start or the box throws.
+void startSignIn(auth::AuthSession& session, const auth::AuthClientCallbacks& client,
+                 const std::function<void()>& openMainDialog);
+
+/// Main dialog and progress dialog in turn, until the user closes one of them. Throws what the preparation of the
+/// temporary folders throws.
 void launchMainDialog();
 
 using ShowMainDialog = std::function<ui::MainDialogState()>;
@@ -27,7 +33,7 @@ using ShowProgressDialog = std::function<bool(const std::shared_ptr<ui::UploadPr
 /// The same over the given dialogs. The temporary folder of a round is gone when the round ends, also by an exception.
 void alternateDialogs(const ShowMainDialog& showMainDialog, const ShowProgressDialog& showProgressDialog);
 
-/// Ends what a run may have left: the temporary folder and a sign-in that still waits. Throws what escapes.
+/// Ends what runs have left: the temporary folder, and a sign-in that still waits for the browser.
 void cleanUp();
 
 }  // namespace entry

@@ -1,18 +1,18 @@
 #include "export/assembly_checks.h"
 
-#include "export/component_walk.h"
-#include "export/file_names.h"
+#include "export/assembly_components.h"
+#include "export/export_run.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
+#include "nx/session.h"
 #include "nx/text.h"
 #include "platform/error_text.h"
-#include "traceability/part_label.h"
+#include "platform/text.h"
 
 #include <NXOpen/Part.hxx>
 
-#include <functional>
 #include <optional>
+#include <string>
 #include <unordered_set>
 
 namespace pivra {
@@ -22,17 +22,17 @@ namespace {
 using logging::LogLine;
 using logging::LogWarning;
 
-bool isUnsaved(const Placement& placed) {
+bool isUnsaved(const Placement& placed, ExportRun&) {
     if (placed.part == nullptr || !isPartModified(placed.part, "Assembly child modified-state check")) return false;
-    LogWarning(LogLine("Assembly child has unsaved changes:").quoted("part", partLogLabel(placed.part)).text());
+    LogWarning(LogLine("Assembly child has unsaved changes:").quoted("part", nx::partLogLabel(placed.part)).text());
     return true;
 }
 
 bool isUnsupportedFile(const std::string& file) {
-    if (!hasExtension(file, ".prt")) {
+    if (!platform::hasExtension(file, ".prt")) {
         LogWarning(LogLine("Assembly child has unsupported backing file type:")
                        .quoted("backing_source", file)
-                       .quoted("extension", fileExtension(file))
+                       .quoted("extension", platform::fileExtension(file))
                        .text());
         return true;
     }
@@ -41,15 +41,15 @@ bool isUnsupportedFile(const std::string& file) {
     return true;
 }
 
-bool isUnsupported(const Placement& placed) {
-    if (placed.part != nullptr && isManagedPart(placed.part)) return false;
-    // Of a loaded part the C++ interface gives the name in full, whatever the host's code page.
+bool isUnsupported(const Placement& placed, ExportRun& run) {
+    if (placed.part != nullptr && run.isManaged(placed.part)) return false;
+    // The C++ interface gives the whole name of a loaded part, whatever the host's code page.
     const std::string file =
         placed.part != nullptr ? nx::utf8(placed.part->FullPath()) : fileOfComponent(*placed.component);
     if (!file.empty()) return isUnsupportedFile(file);
     if (placed.part == nullptr) return false;
     LogWarning(LogLine("Assembly child has unsupported loaded part source:")
-                   .quoted("part", partLogLabel(placed.part))
+                   .quoted("part", nx::partLogLabel(placed.part))
                    .quoted("source", "")
                    .quoted("extension", "")
                    .text());
@@ -57,36 +57,35 @@ bool isUnsupported(const Placement& placed) {
 }
 
 void logError(const char* head, NXOpen::BasePart* part, const std::optional<std::string>& error) {
-    if (error) LogWarning(LogLine(head).quoted("part", partLogLabel(part)).quoted("error", *error).text());
+    if (error) LogWarning(LogLine(head).quoted("part", nx::partLogLabel(part)).quoted("error", *error).text());
 }
 
-/// Whether `check` is true for a component below `part`. The places of one part are asked once.
-bool anyComponent(NXOpen::BasePart* part, const std::function<bool(const Placement&)>& check) {
-    bool hit = false;
+/// Whether `check` is true for a component below `part`. A part is checked once, however often it is placed.
+bool anyComponent(NXOpen::BasePart* part, ExportRun& run, bool (*check)(const Placement&, ExportRun&)) {
+    const auto& components = run.components(part);
     std::unordered_set<NXOpen::Part*> asked;
-    const auto visit = [&](const Placement& placed) {
-        if (placed.part != nullptr && !asked.insert(placed.part).second) return true;
-        logError("Assembly child check failed:", placed.part, platform::errorOf([&] { hit = check(placed); }));
-        return !hit;
-    };
-    logError("Assembly child check failed while walking components:", part, platform::errorOf([&] {
-                 if (auto* root = rootComponent(part)) walkComponents(*part, *root, visit);
-             }));
-    return hit;
+    for (const Placement& placed : components.placements) {
+        if (placed.part != nullptr && !asked.insert(placed.part).second) continue;
+        bool hit = false;
+        logError("Assembly child check failed:", placed.part, platform::errorOf([&] { hit = check(placed, run); }));
+        if (hit) return true;
+    }
+    logError("Assembly child check failed while walking components:", part, components.error);
+    return false;
 }
 
 }  // namespace
 
-bool hasUnsavedComponent(NXOpen::BasePart* part) {
-    return anyComponent(part, isUnsaved);
+bool hasUnsavedComponent(NXOpen::BasePart* part, ExportRun& run) {
+    return anyComponent(part, run, isUnsaved);
 }
 
-bool hasUnsupportedComponent(NXOpen::BasePart* part) {
-    return anyComponent(part, isUnsupported);
+bool hasUnsupportedComponent(NXOpen::BasePart* part, ExportRun& run) {
+    return anyComponent(part, run, isUnsupported);
 }
 
-bool hasUnsavedChanges(NXOpen::BasePart* part, bool isDrawing) {
-    return isPartModified(part) || (!isDrawing && hasUnsavedComponent(part));
+bool hasUnsavedChanges(NXOpen::BasePart* part, bool isDrawing, ExportRun& run) {
+    return isPartModified(part) || (!isDrawing && hasUnsavedComponent(part, run));
 }
 
 }  // namespace pivra

@@ -1,16 +1,15 @@
 #include "export/assembly_files.h"
 
-#include "export/component_walk.h"
+#include "export/assembly_components.h"
 #include "export/displayed_model_export.h"
 #include "export/exported_files.h"
-#include "export/file_names.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
+#include "nx/session.h"
 #include "nx/text.h"
 #include "platform/error_text.h"
+#include "platform/text.h"
 #include "platform/text_encoding.h"
-#include "traceability/part_label.h"
 
 #include <NXOpen/Assemblies_Component.hxx>
 #include <NXOpen/Part.hxx>
@@ -32,8 +31,8 @@ using logging::LogInfo;
 using logging::LogLine;
 using logging::LogWarning;
 
-/// The heads of the lines of one kind of collection.
-struct Wording {
+/// How the log lines of one kind of collection begin.
+struct LogHeads {
     const char* noFile;
     const char* unresolved;
     const char* repeated;
@@ -45,7 +44,7 @@ struct Wording {
     const char* summary;
 };
 
-constexpr Wording localWording{
+constexpr LogHeads localHeads{
     "Assembly member export produced no local upload file:",
     "Assembly member skipped because upload identifiers could not be resolved:",
     "Assembly member skipped because it was already collected:",
@@ -57,7 +56,7 @@ constexpr Wording localWording{
     "Collected local NX upload files:",
 };
 
-constexpr Wording managedWording{
+constexpr LogHeads managedHeads{
     "Managed assembly member omitted because no exported file was resolved:",
     "Managed assembly member skipped because upload identifiers could not be resolved:",
     "Managed assembly member skipped because it was already collected:",
@@ -69,9 +68,9 @@ constexpr Wording managedWording{
     "Collected managed NX upload files:",
 };
 
-/// Where a collection finds the file of a part (UTF-8; empty for none), and how it speaks of it.
+/// How a collection finds the file of a part (UTF-8; empty for none), and how its log lines begin.
 struct Source {
-    Wording wording;
+    LogHeads heads;
     std::optional<std::string> sharedDirectory;  // of a managed collection
     std::function<std::string(NXOpen::BasePart& part, const std::string& sourcePath)> fileOf;
 };
@@ -84,14 +83,14 @@ class Collection {
     CollectedFiles collect();
 
  private:
-    /// What is known of a part that was met before.
+    /// A part that was already visited.
     struct Member {
         std::string label;
         std::string key;  // empty when its identifiers could not be resolved
     };
 
     void addRoot(const std::string& label);
-    void walk();
+    std::optional<std::string> addMembers();
     void addMember(NXOpen::Part& part);
     void noteUnloaded(NXOpen::Assemblies::Component& component);
     void logRepeated(const Member& member) const;
@@ -101,7 +100,7 @@ class Collection {
     void logSummary(const std::string& label) const;
 
     LogLine line(const char* head, const std::string& label) const { return LogLine(head).quoted("part", label); }
-    /// Ends `line` with the shared directory, which a managed collection names.
+    /// Adds the shared directory to the line of a managed collection.
     LogLine withDirectory(LogLine line) const {
         return source_.sharedDirectory ? line.quoted("shared_export_directory", *source_.sharedDirectory) : line;
     }
@@ -123,11 +122,13 @@ const std::string& keyOf(const ModelFileEntry& entry) {
 }
 
 CollectedFiles Collection::collect() {
-    const std::string label = partLogLabel(&root_);
+    const std::string label = nx::partLogLabel(&root_);
     addRoot(label);
-    if (const auto error = platform::errorOf([this] { walk(); })) logError(source_.wording.walkError, label, *error);
+    std::optional<std::string> readingError;
+    const auto error = platform::errorOf([&] { readingError = addMembers(); });
+    if (error || readingError) logError(source_.heads.walkError, label, error ? *error : *readingError);
     if (collected_.isAssembly && collected_.entries.empty()) {
-        LogError(withDirectory(line(source_.wording.aborted, label)).text());
+        LogError(withDirectory(line(source_.heads.aborted, label)).text());
     } else {
         logSummary(label);
     }
@@ -143,20 +144,20 @@ void Collection::addRoot(const std::string& label) {
     if (!entry.uploadPath.empty()) collected_.entries.push_back(std::move(entry));
 }
 
-/// Adds the members, unless the root's own file is missing.
-void Collection::walk() {
-    auto* rootOfTree = rootComponent(&root_);
-    collected_.isAssembly = rootOfTree != nullptr;
-    if (rootOfTree == nullptr || collected_.entries.empty()) return;
-    walkComponents(root_, *rootOfTree, [this](const Placement& placed) {
+/// Adds the members, unless the root has no file. Returns the error that ended the reading of the tree, if any.
+std::optional<std::string> Collection::addMembers() {
+    const auto& components = run_.components(&root_);
+    collected_.isAssembly = components.isAssembly;
+    if (components.isAssembly && collected_.entries.empty()) return std::nullopt;
+    for (const Placement& placed : components.placements) {
         if (placed.part != nullptr) addMember(*placed.part);
         if (!placed.isLoaded) noteUnloaded(*placed.component);
-        return true;
-    });
+    }
+    return components.error;
 }
 
-/// What is not loaded has no identifier, so that it cannot be sent; each is named once. A name that the host fails to
-/// give costs the line its name, and not the members that follow.
+/// A component that is not loaded has no identifier and cannot be sent. The log names each file once; if the host does
+/// not give a name, the line says so and the collection goes on.
 void Collection::noteUnloaded(NXOpen::Assemblies::Component& component) {
     collected_.hasUnloadedComponents = true;
     std::string name;
@@ -173,7 +174,7 @@ void Collection::addMember(NXOpen::Part& part) {
     const auto known = members_.find(&part);
     if (known != members_.end()) return logRepeated(known->second);
     ModelFileEntry entry;
-    Member member{partLogLabel(&part), {}};
+    Member member{nx::partLogLabel(&part), {}};
     if (readIdentity(part, member.label, entry) && !entry.sourceFileId.empty()) member.key = keyOf(entry);
     members_.emplace(&part, member);
     if (member.key.empty() || !seenKeys_.insert(member.key).second) return logRepeated(member);
@@ -182,9 +183,9 @@ void Collection::addMember(NXOpen::Part& part) {
 
 void Collection::logRepeated(const Member& member) const {
     if (member.key.empty()) {
-        LogWarning(withDirectory(line(source_.wording.unresolved, member.label)).text());
+        LogWarning(withDirectory(line(source_.heads.unresolved, member.label)).text());
     } else {
-        LogDebug(line(source_.wording.repeated, member.label).quoted("key", member.key).text());
+        LogDebug(line(source_.heads.repeated, member.label).quoted("key", member.key).text());
     }
 }
 
@@ -195,37 +196,37 @@ void Collection::addNewMember(NXOpen::Part& part, const Member& member, ModelFil
         return;
     }
     LogWarning(
-        withDirectory(line(source_.wording.skipped, member.label).quoted("source_file_id", entry.sourceFileId)).text());
+        withDirectory(line(source_.heads.skipped, member.label).quoted("source_file_id", entry.sourceFileId)).text());
 }
 
-/// Reads everything but the file. The root's identifier is the run's: resolving it again could repair the part again.
+/// Reads everything but the file. The root's identifier comes from the run: resolving it again could repair it again.
 bool Collection::readIdentity(NXOpen::BasePart& part, const std::string& label, ModelFileEntry& entry) const {
     const auto error = platform::errorOf([&] {
         entry.sourcePath = nx::utf8(part.FullPath());
         entry.sourceFileId = &part == &root_ ? run_.sessionKey() : traceableId(&part, run_.form());
         entry.uploadFileName = nx::utf8(part.Leaf());
-        // The root goes under the key that the dialogs ask for.
+        // The root is sent under the key that the dialogs look up.
         entry.isPartFamily = &part != &root_ && isPartFamilyMember(&part);
-        entry.revision = configuredRevisionId(&part);
+        entry.revision = configuredRevisionId(run_.managedName(&part));
     });
-    if (error) logError(source_.wording.metadataError, label, *error);
+    if (error) logError(source_.heads.metadataError, label, *error);
     return !error;
 }
 
 void Collection::findFile(NXOpen::BasePart& part, const std::string& label, ModelFileEntry& entry) const {
     const auto error = platform::errorOf([&] { entry.uploadPath = source_.fileOf(part, entry.sourcePath); });
-    if (error) return logError(source_.wording.exportError, label, *error);
+    if (error) return logError(source_.heads.exportError, label, *error);
     if (!entry.uploadPath.empty()) {
-        entry.uploadFileName = lastPathComponent(entry.uploadPath);
+        entry.uploadFileName = platform::lastPathComponent(entry.uploadPath);
         return;
     }
-    LogLine omitted = line(source_.wording.noFile, label);
+    LogLine omitted = line(source_.heads.noFile, label);
     if (!source_.sharedDirectory) omitted.quoted("source", entry.sourcePath);
     LogWarning(withDirectory(omitted).text());
 }
 
 void Collection::logSummary(const std::string& label) const {
-    LogInfo(withDirectory(line(source_.wording.summary, label)
+    LogInfo(withDirectory(line(source_.heads.summary, label)
                               .flag("is_assembly", collected_.isAssembly)
                               .number("files", collected_.entries.size())
                               .number("uploaded_files", uploadedFileCount(collected_.entries)))
@@ -246,7 +247,7 @@ CollectedFiles collectLocalUploadFiles(NXOpen::BasePart* part, ExportRun& run) {
     const auto fileOf = [&run](NXOpen::BasePart& member, const std::string& sourcePath) {
         return exportDisplayedModel(&member, sourcePath, run);
     };
-    return collect(part, {localWording, std::nullopt, fileOf}, run);
+    return collect(part, {localHeads, std::nullopt, fileOf}, run);
 }
 
 CollectedFiles collectManagedUploadFiles(NXOpen::BasePart* part, const std::string& rootFile, ExportRun& run) {
@@ -254,11 +255,11 @@ CollectedFiles collectManagedUploadFiles(NXOpen::BasePart* part, const std::stri
     const FilesByPartNumber files(directory.empty() ? std::vector<ExportedFile>() : listExportedFiles(directory));
     const auto fileOf = [&](NXOpen::BasePart& member, const std::string&) {
         if (&member == part) return rootFile;
-        const auto name = decodeManagedPartName(&member);
+        const auto name = run.managedName(&member);
         const ExportedFile* file = name ? files.find(name->partNumber) : nullptr;
         return file != nullptr ? platform::utf8FromPath(file->path) : std::string();
     };
-    return collect(part, {managedWording, platform::utf8FromPath(directory), fileOf}, run);
+    return collect(part, {managedHeads, platform::utf8FromPath(directory), fileOf}, run);
 }
 
 void collectUploadFiles(NXOpen::BasePart* part, ModelMetadata& metadata, ExportRun& run) {

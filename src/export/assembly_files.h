@@ -1,7 +1,7 @@
 // The files of the displayed part and, when it is an assembly, of its members.
 //
-// Host's thread only. No exception of a member or of the walk leaves these functions: the first is logged and costs
-// that member, the second is logged and ends the collection with what it has.
+// Host's thread only. No exception of a member or of the walk leaves these functions: the first is logged and leaves
+// that member out, the second is logged and ends the collection with what it has.
 #pragma once
 
 #include "export/export_run.h"

@@ -4,10 +4,9 @@
 #include "export/managed_clone_export.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
+#include "nx/session.h"
 #include "platform/files.h"
 #include "platform/text_encoding.h"
-#include "traceability/part_label.h"
 
 namespace pivra {
 
@@ -53,13 +52,13 @@ std::string exportDisplayedModel(NXOpen::BasePart* part, const std::string& sour
         return {};
     }
     const auto line = [&](const char* head) {
-        return LogLine(head).quoted("part", partLogLabel(part)).quoted("source", sourcePath).text();
+        return LogLine(head).quoted("part", nx::partLogLabel(part)).quoted("source", sourcePath).text();
     };
     if (isDrawingContext()) {
         LogInfo(line("NX export selected drawing PDF path:"));
         return exportDrawingPdf(part, sourcePath, run);
     }
-    if (isManagedPart(part)) {
+    if (run.isManaged(part)) {
         LogInfo(line("NX export selected managed clone path:"));
         return exportManagedPart(part, run);
     }

@@ -3,16 +3,16 @@
 #include "export/assembly_checks.h"
 #include "export/assembly_files.h"
 #include "export/export_run.h"
-#include "export/file_names.h"
 #include "export/managed_clone_export.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
+#include "nx/session.h"
 #include "nx/text.h"
 #include "platform/calendar.h"
 #include "platform/error_text.h"
+#include "platform/text.h"
 #include "platform/text_encoding.h"
-#include "traceability/part_label.h"
+#include "traceability/pivra_id_attribute.h"
 #include "traceability/traceable_id.h"
 
 #include <NXOpen/BasePart.hxx>
@@ -52,7 +52,7 @@ bool setFileFacts(ModelMetadata& metadata, const std::string& file) {
     return true;
 }
 
-/// Why a file cannot be asked; empty when it is not there.
+/// Why the size of a file cannot be read; empty when there is no such file.
 std::string statusError(const fs::path& file) {
     try {
         platform::fileSizeBytes(file);
@@ -67,19 +67,18 @@ std::string statusError(const fs::path& file) {
 class Reading {
  public:
     Reading(NXOpen::BasePart& part, ModelMetadata& metadata)
-        : part_(part), metadata_(metadata), label_(partLogLabel(&part)), isDrawing_(isDrawingContext()) {}
+        : part_(part), metadata_(metadata), label_(nx::partLogLabel(&part)), isDrawing_(isDrawingContext()) {}
 
     void classify();
-    void readFileFacts(ExportRun& run);
-    void readFiles(ExportRun& run);
-    void logResult() const;
-
-    /// Announces the reading of the file facts.
+    /// Logs that the file is about to be read.
     void logStart() const;
+    void readFileFacts();
+    void readFiles();
+    void logResult() const;
 
  private:
     void readLocalFacts();
-    void readManagedFacts(const ExportRun& run);
+    void readManagedFacts();
     void readExportedFacts();
     void readAssemblyFacts();
 
@@ -92,11 +91,12 @@ class Reading {
     ModelMetadata& metadata_;
     std::string label_;
     bool isDrawing_;
+    ExportRun run_{IdentifierForm::display};
 };
 
 void Reading::classify() {
-    metadata_.hasUnsavedChanges = hasUnsavedChanges(&part_, isDrawing_);
-    metadata_.isManaged = isManagedPart(&part_);
+    metadata_.hasUnsavedChanges = hasUnsavedChanges(&part_, isDrawing_, run_);
+    metadata_.isManaged = run_.isManaged(&part_);
     metadata_.sourcePath = nx::utf8(part_.FullPath());
     if (metadata_.isManaged || hasUsableLocalSource(metadata_.sourcePath)) return;
     LogDebug(line("NX part has no usable local source and did not decode as Teamcenter-managed; treating as local "
@@ -113,17 +113,18 @@ void Reading::logStart() const {
                 .text());
 }
 
-void Reading::readFileFacts(ExportRun& run) {
-    metadata_.sourceFileId = run.sessionKey();
+void Reading::readFileFacts() {
+    run_.setSessionKey(resolveDisplayTraceableId(&part_));
+    metadata_.sourceFileId = run_.sessionKey();
     if (metadata_.isManaged) {
-        readManagedFacts(run);
+        readManagedFacts();
     } else {
         readLocalFacts();
     }
 }
 
 void Reading::readLocalFacts() {
-    metadata_.fileName = lastPathComponent(metadata_.sourcePath);
+    metadata_.fileName = platform::lastPathComponent(metadata_.sourcePath);
     if (metadata_.fileName.empty()) metadata_.fileName = nx::utf8(part_.Leaf());
     if (!setFileFacts(metadata_, metadata_.sourcePath)) {
         LogWarning(line("NX display metadata found a local part without a saved source file:")
@@ -135,9 +136,9 @@ void Reading::readLocalFacts() {
     LogDebug(fileLine("NX display metadata read from local source:").decimal("size_mb", metadata_.fileSizeMb).text());
 }
 
-void Reading::readManagedFacts(const ExportRun& run) {
-    metadata_.exportedFile = exportManagedPart(&part_, run);
-    metadata_.fileName = lastPathComponent(metadata_.exportedFile);
+void Reading::readManagedFacts() {
+    metadata_.exportedFile = exportManagedPart(&part_, run_);
+    metadata_.fileName = platform::lastPathComponent(metadata_.exportedFile);
     if (metadata_.fileName.empty()) metadata_.fileName = nx::utf8(part_.Leaf());
     if (metadata_.exportedFile.empty()) {
         LogWarning(line("Managed NX display metadata export produced no local clone:")
@@ -163,13 +164,13 @@ void Reading::readExportedFacts() {
                  .text());
 }
 
-void Reading::readFiles(ExportRun& run) {
+void Reading::readFiles() {
     metadata_.isPartFamily = !isDrawing_ && isPartFamilyMember(&part_);
-    metadata_.revision = configuredRevisionId(&part_);
+    metadata_.revision = configuredRevisionId(run_.managedName(&part_));
     if (!metadata_.fileName.empty()) metadata_.uploadFileName = metadata_.fileName;
     if (isDrawing_) return;
-    collectUploadFiles(&part_, metadata_, run);
-    metadata_.hasUnsupportedFileTypes = hasUnsupportedComponent(&part_);
+    collectUploadFiles(&part_, metadata_, run_);
+    metadata_.hasUnsupportedFileTypes = hasUnsupportedComponent(&part_, run_);
     if (metadata_.isAssembly && !metadata_.files.empty()) readAssemblyFacts();
 }
 
@@ -203,14 +204,13 @@ void Reading::logResult() const {
 
 void readPart(NXOpen::BasePart& part, ModelMetadata& metadata) {
     metadata.hasLegacyId = legacyIdWarningNeeded(&part);
-    // The setting decides what becomes of a legacy part: the log has it next to the finding.
+    // Logs the setting, which decides what happens to a legacy part.
     fixLegacyIdEnabled();
     Reading reading(part, metadata);
     reading.classify();
     reading.logStart();
-    ExportRun run(IdentifierForm::display, resolveDisplayTraceableId(&part));
-    reading.readFileFacts(run);
-    reading.readFiles(run);
+    reading.readFileFacts();
+    reading.readFiles();
     metadata.traceabilityError = traceabilityFailureMessage();
     reading.logResult();
 }
@@ -221,7 +221,7 @@ std::shared_ptr<ModelMetadata> readDisplayedModelMetadata() {
     ModelMetadata metadata;
     clearTraceabilityFailureMessage();
     clearTraceabilitySavedPart();
-    if (NXOpen::BasePart* part = displayedPart()) {
+    if (NXOpen::BasePart* part = nx::displayedPart()) {
         readPart(*part, metadata);
     } else {
         metadata.fileName = "No displayed part";

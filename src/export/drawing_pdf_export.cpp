@@ -1,15 +1,14 @@
 #include "export/drawing_pdf_export.h"
 
-#include "export/file_names.h"
 #include "export/host_numbers.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
+#include "nx/session.h"
 #include "nx/text.h"
 #include "platform/error_text.h"
 #include "platform/files.h"
+#include "platform/text.h"
 #include "platform/text_encoding.h"
-#include "traceability/part_label.h"
 
 #include <NXOpen/Drawings_DrawingSheet.hxx>
 #include <NXOpen/Drawings_DrawingSheetCollection.hxx>
@@ -36,7 +35,7 @@ using Sheets = std::vector<NXOpen::NXObject*>;
 
 constexpr auto printAction = static_cast<NXOpen::PrintPDFBuilder::ActionOption>(host_numbers::printAction);
 
-/// Ends a builder. It is gone even when that throws.
+/// Destroys a builder; an exception of the host is logged.
 struct BuilderDestroy {
     void operator()(NXOpen::PrintPDFBuilder* builder) const noexcept {
         try {
@@ -60,7 +59,7 @@ Sheets sheetsOf(NXOpen::BasePart& part) {
     return sheets;
 }
 
-/// Says how many of the sheets are printed, where the host has a setting for it.
+/// Selects all sheets, if this release of the host has that setting.
 template <typename Source>
 void selectSheets(Source& source, int count) {
     if constexpr (requires { source.SetSelectedSheets(count); }) source.SetSelectedSheets(count);
@@ -71,10 +70,10 @@ std::optional<platform::FileTime> writeTime(const fs::path& file) {
     return facts ? std::optional(facts->written) : std::nullopt;
 }
 
-/// Prints the sheets and returns true; false, with the reason in the log, when the host lacks what it takes.
+/// Prints the sheets. False, with the reason in the log, when the host does not give what printing needs.
 bool print(NXOpen::BasePart& part, Sheets& sheets, const std::string& destination) {
     const auto fail = [&](const char* head) {
-        LogWarning(LogLine(head).quoted("part", partLogLabel(&part)).quoted("destination", destination).text());
+        LogWarning(LogLine(head).quoted("part", nx::partLogLabel(&part)).quoted("destination", destination).text());
         return false;
     };
     NXOpen::PlotManager* manager = part.PlotManager();
@@ -99,7 +98,7 @@ std::string exportDrawingPdf(NXOpen::BasePart* part, const std::string& sourcePa
         return {};
     }
     Sheets sheets = sheetsOf(*part);
-    const std::string label = partLogLabel(part);
+    const std::string label = nx::partLogLabel(part);
     if (sheets.empty()) {
         LogWarning(LogLine("Drawing PDF export skipped because no drawing sheets were found:")
                        .quoted("part", label)
@@ -129,10 +128,10 @@ std::string exportDrawingPdf(NXOpen::BasePart* part, const std::string& sourcePa
 }
 
 std::string drawingPdfBaseName(NXOpen::BasePart* part, const std::string& sourcePath) {
-    if (const auto name = decodeManagedPartName(part)) return sanitizeFileName(name->partNumber);
-    const std::string leafStem = fileStem(nx::utf8(part->Leaf()));
-    const std::string stem = leafStem.empty() ? fileStem(sourcePath) : leafStem;
-    return stem.empty() ? "drawing" : sanitizeFileName(stem);
+    if (const auto name = decodeManagedPartName(part)) return platform::sanitizeFileName(name->partNumber);
+    const std::string leafStem = platform::fileStem(nx::utf8(part->Leaf()));
+    const std::string stem = leafStem.empty() ? platform::fileStem(sourcePath) : leafStem;
+    return stem.empty() ? "drawing" : platform::sanitizeFileName(stem);
 }
 
 }  // namespace pivra

@@ -17,7 +17,7 @@ namespace pivra {
 std::string exportDrawingPdf(NXOpen::BasePart* part, const std::string& sourcePath, const ExportRun& run);
 
 /// Name of the PDF file without extension: the number of a managed part, else the stem of the part's leaf name, else
-/// that of `sourcePath`, made a file name by sanitizeFileName(); "drawing" when all are empty.
+/// that of `sourcePath`, made a file name by platform::sanitizeFileName(); "drawing" when all are empty.
 std::string drawingPdfBaseName(NXOpen::BasePart* part, const std::string& sourcePath);
 
 }  // namespace pivra

@@ -1,9 +1,8 @@
 #include "export/export_run.h"
 
-#include "config/properties.h"
-#include "export/file_names.h"
 #include "export/session_temp_directories.h"
 #include "platform/files.h"
+#include "platform/text.h"
 #include "platform/text_encoding.h"
 
 namespace pivra {
@@ -12,12 +11,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Equal for all names that the file system might take for one. Which letters beyond ASCII it does take for one is its
-/// own affair, so they all count alike: a needless folder costs nothing, a file overwritten by another is a wrong
-/// upload.
+/// The same text for all names that the file system might treat as equal. Which letters beyond ASCII it treats as equal
+/// is not known, so all of them do here: a needless folder is harmless, but an overwritten file is a wrong upload.
 std::string foldedName(const std::string& name) {
     std::string folded;
-    for (const char character : config::toLower(name)) {
+    for (const char character : platform::toLower(name)) {
         const auto byte = static_cast<unsigned char>(character);
         if (byte < 0x80) folded += character;
         if (byte >= 0xC0) folded += '?';
@@ -27,12 +25,25 @@ std::string foldedName(const std::string& name) {
 
 }  // namespace
 
+const AssemblyComponents& ExportRun::components(NXOpen::BasePart* part) {
+    const auto found = components_.find(part);
+    return found != components_.end() ? found->second : components_.emplace(part, readComponents(part)).first->second;
+}
+
+std::optional<ManagedPartName> ExportRun::managedName(NXOpen::BasePart* part) {
+    const auto found = managedNames_.find(part);
+    if (found != managedNames_.end()) return found->second;
+    std::optional<ManagedPartName> name;
+    if (askManagedPartName(part, name)) managedNames_.emplace(part, name);
+    return name;
+}
+
 fs::path ExportRun::directory() const {
     return sessionTempDirectory(sessionKey_);
 }
 
 fs::path ExportRun::placeFor(const std::string& source) {
-    const std::string name = lastPathComponent(source);
+    const std::string name = platform::lastPathComponent(source);
     fs::path folder = directory();
     const std::size_t use = ++uses_[foldedName(name)];
     if (use > 1) {

@@ -1,9 +1,13 @@
-// What the exports of one run share: how identifiers are resolved, the folder, and who has which file name in it.
+// What one reading for display, or one preparation of an upload, shares: answers of the host, the form of identifiers,
+// the folder of the exports, and the names of the files in it.
 #pragma once
 
+#include "export/assembly_components.h"
+#include "export/part_queries.h"
 #include "traceability/traceable_id.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -13,14 +17,24 @@ namespace pivra {
 /// One reading for display or one preparation of an upload. Host's thread only.
 class ExportRun {
  public:
-    /// `sessionKey` is the displayed part's identifier in `form`. It is resolved once a run, since resolving for upload
-    /// may save that part.
-    ExportRun(IdentifierForm form, std::string sessionKey) : form_(form), sessionKey_(std::move(sessionKey)) {}
+    explicit ExportRun(IdentifierForm form, std::string sessionKey = {})
+        : form_(form), sessionKey_(std::move(sessionKey)) {}
+
+    /// The components below `part` (may be null), read from the host once a run.
+    const AssemblyComponents& components(NXOpen::BasePart* part);
+
+    /// As decodeManagedPartName(). The host is asked once a part, and again only when it could not answer.
+    std::optional<ManagedPartName> managedName(NXOpen::BasePart* part);
+    bool isManaged(NXOpen::BasePart* part) { return managedName(part).has_value(); }
 
     IdentifierForm form() const { return form_; }
-    const std::string& sessionKey() const { return sessionKey_; }
 
-    /// The folder of the run's session key. Throws as sessionTempDirectory().
+    /// The displayed part's identifier in the run's form. It is resolved once a run, since resolving for upload may
+    /// save that part.
+    const std::string& sessionKey() const { return sessionKey_; }
+    void setSessionKey(std::string sessionKey) { sessionKey_ = std::move(sessionKey); }
+
+    /// The folder of the session key. Throws as sessionTempDirectory().
     std::filesystem::path directory() const;
 
     /// Where a copy of the native file `source` (UTF-8) goes: the folder, under the file's own name. Another file of
@@ -34,6 +48,8 @@ class ExportRun {
  private:
     IdentifierForm form_;
     std::string sessionKey_;
+    std::unordered_map<NXOpen::BasePart*, AssemblyComponents> components_;
+    std::unordered_map<NXOpen::BasePart*, std::optional<ManagedPartName>> managedNames_;
     std::unordered_map<std::string, std::size_t> uses_;  // of a file name, letter case and letters beyond ASCII apart
     std::unordered_map<std::string, std::filesystem::path> copies_;
 };

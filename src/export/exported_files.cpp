@@ -1,8 +1,7 @@
 #include "export/exported_files.h"
 
-#include "config/properties.h"
-#include "export/file_names.h"
 #include "platform/remove_tree.h"
+#include "platform/text.h"
 #include "platform/text_encoding.h"
 
 #include <tuple>
@@ -14,7 +13,7 @@ namespace fs = std::filesystem;
 namespace {
 
 bool isSupported(const std::string& name) {
-    return hasExtension(name, ".prt") || hasExtension(name, ".pdf");
+    return platform::hasExtension(name, ".prt") || platform::hasExtension(name, ".pdf");
 }
 
 void addFile(const fs::path& path, std::vector<ExportedFile>& files) {
@@ -22,13 +21,13 @@ void addFile(const fs::path& path, std::vector<ExportedFile>& files) {
     try {
         if (const auto facts = platform::fileFacts(path)) files.push_back({path, *facts});
     } catch (const fs::filesystem_error&) {
-        // Passed over, as the header says.
+        // Left out, as the header says.
     }
 }
 
 bool isBetter(const ExportedFile& left, const ExportedFile& right) {
     const auto rank = [](const ExportedFile& file) {
-        return std::tuple(hasExtension(platform::utf8FromPath(file.path), ".prt"), file.facts.written);
+        return std::tuple(platform::hasExtension(platform::utf8FromPath(file.path), ".prt"), file.facts.written);
     };
     return rank(left) > rank(right);
 }
@@ -36,7 +35,7 @@ bool isBetter(const ExportedFile& left, const ExportedFile& right) {
 }  // namespace
 
 std::vector<ExportedFile> listExportedFiles(const fs::path& directory) {
-    // The system's own listing: the library's iterators walk through links on one or another compiler.
+    // Not std::filesystem's recursive iterator, which follows links with some compilers.
     const auto operations = platform::systemTreeOperations();
     std::vector<ExportedFile> files;
     std::vector<fs::path> folders{directory};
@@ -54,7 +53,7 @@ std::vector<ExportedFile> listExportedFiles(const fs::path& directory) {
 
 FilesByPartNumber::FilesByPartNumber(const std::vector<ExportedFile>& files) {
     for (const auto& file : files) {
-        const std::string key = config::toLower(fileStem(platform::utf8FromPath(file.path)));
+        const std::string key = platform::toLower(platform::fileStem(platform::utf8FromPath(file.path)));
         const auto [place, isNew] = files_.try_emplace(key, file);
         if (!isNew && isBetter(file, place->second)) place->second = file;
     }
@@ -62,7 +61,7 @@ FilesByPartNumber::FilesByPartNumber(const std::vector<ExportedFile>& files) {
 
 const ExportedFile* FilesByPartNumber::find(const std::string& partNumber) const {
     if (partNumber.empty()) return nullptr;
-    const auto found = files_.find(config::toLower(sanitizeFileName(partNumber)));
+    const auto found = files_.find(platform::toLower(platform::sanitizeFileName(partNumber)));
     return found == files_.end() ? nullptr : &found->second;
 }
 

@@ -19,9 +19,9 @@ struct ExportedFile {
 /// Links are passed over, and so is what cannot be read. Never throws for the file system.
 std::vector<ExportedFile> listExportedFiles(const std::filesystem::path& directory);
 
-/// Finds the file of a part number: the one whose stem is the number as a file name (sanitizeFileName()), without
-/// regard to the case of ASCII letters. The extension is not compared, since the number has none; a .prt file comes
-/// before a .pdf file, then the newer one.
+/// Finds the file of a part number: the one whose stem is the number as a file name (platform::sanitizeFileName()),
+/// without regard to the case of ASCII letters. The extension is not compared, since the number has none; a .prt file
+/// comes before a .pdf file, then the newer one.
 class FilesByPartNumber {
  public:
     explicit FilesByPartNumber(const std::vector<ExportedFile>& files);

@@ -1,4 +1,4 @@
-// What passes between the plug-in and the host by number. host_numbers_nx.cpp compares it with the host's own names.
+// Enumerators of the host that the plug-in passes by number. host_numbers_nx.cpp compares them with the host's own.
 #pragma once
 
 namespace pivra::host_numbers {

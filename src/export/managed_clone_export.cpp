@@ -1,18 +1,15 @@
 #include "export/managed_clone_export.h"
 
-#include "export/component_walk.h"
+#include "export/assembly_components.h"
 #include "export/exported_files.h"
 #include "export/host_numbers.h"
-#include "export/nx_status.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
 #include "nx/clone_records.h"
+#include "nx/session.h"
 #include "nx/text.h"
-#include "nx/uf_session.h"
 #include "platform/error_text.h"
 #include "platform/text_encoding.h"
-#include "traceability/part_label.h"
 
 #include <NXOpen/BasePart.hxx>
 
@@ -39,7 +36,7 @@ constexpr auto namingByRule = static_cast<UF_CLONE_naming_technique_t>(host_numb
 constexpr int detailedNamingFailures = 5;
 
 /// The part under export, as the log names it.
-struct Subject {
+struct ExportContext {
     std::string label;
     std::string mode;
     std::string directory;
@@ -50,11 +47,11 @@ struct Subject {
     }
 };
 
-/// A clone session of the host: ended on every path, whatever its opening returned.
+/// A clone session of the host. It is always terminated, whatever the call that starts it returned.
 class CloneSession {
  public:
-    CloneSession() { checkNxStatus("UF_CLONE_initialise", UF_CLONE_initialise(exportOperation)); }
-    ~CloneSession() { checkNxStatus("UF_CLONE_terminate", UF_CLONE_terminate()); }
+    CloneSession() { nx::checkNxStatus("UF_CLONE_initialise", UF_CLONE_initialise(exportOperation)); }
+    ~CloneSession() { nx::checkNxStatus("UF_CLONE_terminate", UF_CLONE_terminate()); }
     CloneSession(const CloneSession&) = delete;
     CloneSession& operator=(const CloneSession&) = delete;
 
@@ -65,12 +62,12 @@ class CloneSession {
 
  private:
     void emptyFailures() {
-        checkNxStatus("UF_CLONE_init_naming_failures", UF_CLONE_init_naming_failures(failures_.emptied()));
+        nx::checkNxStatus("UF_CLONE_init_naming_failures", UF_CLONE_init_naming_failures(failures_.emptied()));
     }
     void setNameRule();
     static bool addUnder(const char* name, bool isAssembly);
     void report(const char* operation, int status) {
-        checkNxStatus(operation, status);
+        nx::checkNxStatus(operation, status);
         reportNamingFailures(operation, *failures_.get());
     }
 
@@ -79,15 +76,15 @@ class CloneSession {
 
 void CloneSession::setUp(const std::string& directory) {
     emptyFailures();
-    checkNxStatus("UF_CLONE_set_def_action", UF_CLONE_set_def_action(defaultAction));
-    checkNxStatus("UF_CLONE_set_def_directory", UF_CLONE_set_def_directory(directory.c_str()));
-    checkNxStatus("UF_CLONE_set_assoc_file_root_dir", UF_CLONE_set_assoc_file_root_dir(directory.c_str()));
-    checkNxStatus("UF_CLONE_set_family_treatment", UF_CLONE_set_family_treatment(familyTreatment));
-    checkNxStatus("UF_CLONE_set_def_naming", UF_CLONE_set_def_naming(namingByRule));
+    nx::checkNxStatus("UF_CLONE_set_def_action", UF_CLONE_set_def_action(defaultAction));
+    nx::checkNxStatus("UF_CLONE_set_def_directory", UF_CLONE_set_def_directory(directory.c_str()));
+    nx::checkNxStatus("UF_CLONE_set_assoc_file_root_dir", UF_CLONE_set_assoc_file_root_dir(directory.c_str()));
+    nx::checkNxStatus("UF_CLONE_set_family_treatment", UF_CLONE_set_family_treatment(familyTreatment));
+    nx::checkNxStatus("UF_CLONE_set_def_naming", UF_CLONE_set_def_naming(namingByRule));
     setNameRule();
     emptyFailures();
     const logical isDryRun{};
-    checkNxStatus("UF_CLONE_set_dryrun", UF_CLONE_set_dryrun(isDryRun));
+    nx::checkNxStatus("UF_CLONE_set_dryrun", UF_CLONE_set_dryrun(isDryRun));
 }
 
 /// Files are named by the part's number in the database.
@@ -111,9 +108,9 @@ bool CloneSession::addUnder(const char* name, bool isAssembly) {
     LogDebug(LogLine(std::string("Adding managed NX ") + (isAssembly ? "assembly" : "part") + " to UF_CLONE export:")
                  .quoted("encoded_name", nx::utf8FromLocale(name))
                  .text());
-    if (!isAssembly) return checkNxStatus("UF_CLONE_add_part", UF_CLONE_add_part(name));
+    if (!isAssembly) return nx::checkNxStatus("UF_CLONE_add_part", UF_CLONE_add_part(name));
     nx::LoadStatus loaded;
-    return checkNxStatus("UF_CLONE_add_assembly", UF_CLONE_add_assembly(name, loaded.get()));
+    return nx::checkNxStatus("UF_CLONE_add_assembly", UF_CLONE_add_assembly(name, loaded.get()));
 }
 
 void CloneSession::perform() {
@@ -122,7 +119,8 @@ void CloneSession::perform() {
     report("UF_CLONE_perform_clone", UF_CLONE_perform_clone(failures_.get()));
 }
 
-/// The folder as the host's C interface takes it: in its code page, by the short form where that lacks a letter.
+/// The folder in the host's code page, as its C interface takes it; by its short name where the code page lacks a
+/// letter.
 std::string hostDirectory(const fs::path& directory) {
     if (auto text = nx::exactLocaleText(platform::utf8FromPath(directory))) return *text;
     if (auto text = nx::exactLocaleText(platform::utf8FromPath(platform::shortPath(directory)))) return *text;
@@ -135,9 +133,9 @@ std::string hostDirectory(const fs::path& directory) {
 /// Runs the clone within the open bracket of the C interface and returns the part's number.
 std::string runClone(NXOpen::BasePart& part, const std::string& directory) {
     char encoded[MAX_FSPEC_BUFSIZE] = "";
-    checkNxStatus("UF_PART_ask_part_name", UF_PART_ask_part_name(part.Tag(), encoded));
+    nx::checkNxStatus("UF_PART_ask_part_name", UF_PART_ask_part_name(part.Tag(), encoded));
     ManagedPartName name;
-    checkNxStatus("UF_UGMGR_decode_part_file_name", decodeEncodedName(encoded, name));
+    nx::checkNxStatus("UF_UGMGR_decode_part_file_name", decodeEncodedName(encoded, name));
     LogDebug(LogLine("Decoded managed NX part name for export:")
                  .quoted("part_number", name.partNumber)
                  .quoted("revision", name.partRevision)
@@ -151,23 +149,22 @@ std::string runClone(NXOpen::BasePart& part, const std::string& directory) {
     return name.partNumber;
 }
 
-/// The files that lie in a folder, to tell later which were written since.
-class Leftovers {
+/// The files of a folder at one time, to tell later which were written since.
+class DirectorySnapshot {
  public:
-    explicit Leftovers(const fs::path& directory) {
+    explicit DirectorySnapshot(const fs::path& directory) {
         for (const auto& file : listExportedFiles(directory)) setBack(file.path);
         for (const auto& file : listExportedFiles(directory)) files_.emplace(file.path, file);
     }
 
-    bool lack(const ExportedFile& file) const {
+    bool isNewOrChanged(const ExportedFile& file) const {
         const auto found = files_.find(file.path);
         return found == files_.end() || found->second.facts.size != file.facts.size ||
                found->second.facts.written != file.facts.written;
     }
 
  private:
-    /// Moves the write time away from now, so that it changes with every writing however coarse the clock of the file
-    /// system is.
+    /// Moves the write time two seconds back, so that writing the file again changes it even with a coarse file clock.
     static void setBack(const fs::path& file) {
         std::error_code error;
         const auto written = fs::last_write_time(file, error);
@@ -177,15 +174,16 @@ class Leftovers {
     std::map<fs::path, ExportedFile> files_;
 };
 
-/// The file that stands for the part among those written since `before`; empty when none was.
-std::string rootFile(const Subject& subject, const fs::path& directory, const Leftovers& before,
+/// The part's own file among those written since `before`; empty when none was written.
+std::string rootFile(const ExportContext& context, const fs::path& directory, const DirectorySnapshot& before,
                      const std::string& partNumber) {
     std::vector<ExportedFile> files = listExportedFiles(directory);
-    files.erase(std::remove_if(files.begin(), files.end(), [&](const auto& file) { return !before.lack(file); }),
-                files.end());
+    files.erase(
+        std::remove_if(files.begin(), files.end(), [&](const auto& file) { return !before.isNewOrChanged(file); }),
+        files.end());
     if (files.empty()) {
-        LogWarning(subject.lineWithMode("Managed NX export did not produce a supported upload file:")
-                       .quoted("directory", subject.directory)
+        LogWarning(context.lineWithMode("Managed NX export did not produce a supported upload file:")
+                       .quoted("directory", context.directory)
                        .text());
         return {};
     }
@@ -195,19 +193,19 @@ std::string rootFile(const Subject& subject, const fs::path& directory, const Le
         return left.facts.written < right.facts.written;
     });
     std::string path = platform::utf8FromPath(newest->path);
-    LogDebug(subject.line("Managed NX export did not find a file matching the part number; using newest exported file:")
+    LogDebug(context.line("Managed NX export did not find a file matching the part number; using newest exported file:")
                  .quoted("part_number", partNumber)
-                 .quoted("directory", subject.directory)
+                 .quoted("directory", context.directory)
                  .quoted("exported_file", path)
                  .text());
     return path;
 }
 
-bool ensureExists(const Subject& subject, const fs::path& directory) {
+bool ensureExists(const ExportContext& context, const fs::path& directory) {
     const std::error_code error = platform::createDirectories(directory);
     if (!error) return true;
-    LogWarning(subject.lineWithMode("Managed NX export failed because the export directory could not be created:")
-                   .quoted("directory", subject.directory)
+    LogWarning(context.lineWithMode("Managed NX export failed because the export directory could not be created:")
+                   .quoted("directory", context.directory)
                    .quoted("error", platform::errorText(error))
                    .text());
     return false;
@@ -222,29 +220,29 @@ std::string exportManagedPart(NXOpen::BasePart* part, const ExportRun& run) {
         return {};
     }
     const fs::path directory = run.directory();
-    const Subject subject{partLogLabel(part), mode, platform::utf8FromPath(directory)};
-    if (!ensureExists(subject, directory)) return {};
+    const ExportContext context{nx::partLogLabel(part), mode, platform::utf8FromPath(directory)};
+    if (!ensureExists(context, directory)) return {};
     const std::string directoryForHost = hostDirectory(directory);
-    const Leftovers leftovers(directory);
+    const DirectorySnapshot before(directory);
     std::string partNumber;
     {
         const nx::UfSession session;
         if (!session) {
-            LogWarning(subject
+            LogWarning(context
                            .lineWithMode("Managed NX export failed because UF_initialize returned status " +
                                          std::to_string(session.status()) + ":")
                            .text());
             return {};
         }
-        LogInfo(subject.lineWithMode("Starting managed NX export:")
+        LogInfo(context.lineWithMode("Starting managed NX export:")
                     .quoted("traceable_id", run.sessionKey())
-                    .quoted("directory", subject.directory)
+                    .quoted("directory", context.directory)
                     .text());
         partNumber = runClone(*part, directoryForHost);
     }
-    std::string file = rootFile(subject, directory, leftovers, partNumber);
+    std::string file = rootFile(context, directory, before, partNumber);
     if (file.empty()) return {};
-    LogInfo(subject.lineWithMode("Managed NX export complete:")
+    LogInfo(context.lineWithMode("Managed NX export complete:")
                 .quoted("exported_file", file)
                 .quoted("decoded_part_number", partNumber)
                 .text());

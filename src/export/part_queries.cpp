@@ -1,15 +1,11 @@
 #include "export/part_queries.h"
 
 #include "export/host_numbers.h"
-#include "export/nx_status.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
-#include "nx/display_part.h"
+#include "nx/session.h"
 #include "nx/text.h"
-#include "nx/uf_session.h"
 #include "platform/files.h"
 #include "platform/text_encoding.h"
-#include "traceability/part_label.h"
 
 #include <uf.h>
 #include <uf_fam.h>
@@ -17,32 +13,34 @@
 #include <uf_ugmgr.h>
 #include <NXOpen/BasePart.hxx>
 
+#include <utility>
+
 namespace pivra {
 
 namespace {
 
-/// The bracket is open; otherwise the log has the reason.
+/// Whether the bracket is open; if not, the log has the reason.
 bool opened(const nx::UfSession& session) {
-    return checkNxStatus("UF_initialize", session.status());
+    return nx::checkNxStatus("UF_initialize", session.status());
 }
 
 bool isFamilyInstance(tag_t part) {
     logical isInstance{};
-    return checkNxStatus("UF_PART_is_family_instance", UF_PART_is_family_instance(part, &isInstance)) && isInstance;
+    return nx::checkNxStatus("UF_PART_is_family_instance", UF_PART_is_family_instance(part, &isInstance)) && isInstance;
 }
 
 bool isFamilyTemplate(tag_t part) {
     logical isTemplate{};
-    return checkNxStatus("UF_PART_is_family_template", UF_PART_is_family_template(part, &isTemplate)) && isTemplate;
+    return nx::checkNxStatus("UF_PART_is_family_template", UF_PART_is_family_template(part, &isTemplate)) && isTemplate;
 }
 
 bool hasFamilyInstanceData(tag_t part) {
     tag_t instance = NULL_TAG;
-    if (!checkNxStatus("UF_PART_ask_family_instance", UF_PART_ask_family_instance(part, &instance))) return false;
+    if (!nx::checkNxStatus("UF_PART_ask_family_instance", UF_PART_ask_family_instance(part, &instance))) return false;
     if (instance == NULL_TAG) return false;
     tag_t family = NULL_TAG;
     int member = -1;
-    return checkNxStatus("UF_FAM_ask_instance_data", UF_FAM_ask_instance_data(instance, &family, &member)) &&
+    return nx::checkNxStatus("UF_FAM_ask_instance_data", UF_FAM_ask_instance_data(instance, &family, &member)) &&
            member >= 0;
 }
 
@@ -51,23 +49,19 @@ std::string configuredRevisionIdOf(const std::string& partNumber) {
     UF_UGMGR_tag_t part = UF_UGMGR_null_tag;
     UF_UGMGR_tag_t revision = UF_UGMGR_null_tag;
     char id[UF_UGMGR_NAME_BUFSIZE] = "";
-    const bool found = checkNxStatus("UF_UGMGR_ask_part_tag", UF_UGMGR_ask_part_tag(number.data(), &part)) &&
-                       checkNxStatus("UF_UGMGR_ask_configured_rev", UF_UGMGR_ask_configured_rev(part, &revision)) &&
-                       checkNxStatus("UF_UGMGR_ask_part_revision_id", UF_UGMGR_ask_part_revision_id(revision, id));
+    const bool found = nx::checkNxStatus("UF_UGMGR_ask_part_tag", UF_UGMGR_ask_part_tag(number.data(), &part)) &&
+                       nx::checkNxStatus("UF_UGMGR_ask_configured_rev", UF_UGMGR_ask_configured_rev(part, &revision)) &&
+                       nx::checkNxStatus("UF_UGMGR_ask_part_revision_id", UF_UGMGR_ask_part_revision_id(revision, id));
     return found ? nx::utf8FromLocale(id) : std::string();
 }
 
 }  // namespace
 
-NXOpen::BasePart* displayedPart() {
-    return nx::displayedPart();
-}
-
 bool isDrawingContext() {
     const nx::UfSession session;
     if (!opened(session)) return false;
     int module = 0;
-    return checkNxStatus("UF_ask_application_module", UF_ask_application_module(&module)) &&
+    return nx::checkNxStatus("UF_ask_application_module", UF_ask_application_module(&module)) &&
            module == host_numbers::draftingModule;
 }
 
@@ -76,7 +70,7 @@ bool isPartModified(NXOpen::BasePart* part, std::string_view check) {
     if (session) return UF_PART_is_modified(part->Tag()) != 0;
     logging::LogWarning(logging::LogLine(std::string(check) + " failed because UF_initialize returned status " +
                                          std::to_string(session.status()) + ":")
-                            .quoted("part", partLogLabel(part))
+                            .quoted("part", nx::partLogLabel(part))
                             .text());
     return false;
 }
@@ -104,33 +98,34 @@ int decodeEncodedName(const char* encoded, ManagedPartName& name) {
 std::string commandLineNameOf(const char* encoded) {
     char* name = nullptr;
     const bool converted =
-        checkNxStatus("UF_UGMGR_convert_file_name_to_cli", UF_UGMGR_convert_file_name_to_cli(encoded, &name));
+        nx::checkNxStatus("UF_UGMGR_convert_file_name_to_cli", UF_UGMGR_convert_file_name_to_cli(encoded, &name));
     const nx::HostText owned(name);
     return converted && owned ? owned.get() : "";
 }
 
-std::optional<ManagedPartName> decodeManagedPartName(NXOpen::BasePart* part) {
+bool askManagedPartName(NXOpen::BasePart* part, std::optional<ManagedPartName>& name) {
     const nx::UfSession session;
-    if (!opened(session)) return std::nullopt;
+    if (!opened(session)) return false;
     char encoded[MAX_FSPEC_BUFSIZE] = "";
-    if (!checkNxStatus("UF_PART_ask_part_name", UF_PART_ask_part_name(part->Tag(), encoded))) return std::nullopt;
-    ManagedPartName name;
-    // A native part's name does not decode: an answer, not a failure.
-    if (decodeEncodedName(encoded, name) != 0 || name.partNumber.empty()) return std::nullopt;
-    return name;
+    if (!nx::checkNxStatus("UF_PART_ask_part_name", UF_PART_ask_part_name(part->Tag(), encoded))) return false;
+    ManagedPartName decoded;
+    // A native part's name cannot be decoded; that is an answer and no failure.
+    if (decodeEncodedName(encoded, decoded) == 0 && !decoded.partNumber.empty()) name = std::move(decoded);
+    return true;
 }
 
-bool isManagedPart(NXOpen::BasePart* part) {
-    return decodeManagedPartName(part).has_value();
+std::optional<ManagedPartName> decodeManagedPartName(NXOpen::BasePart* part) {
+    std::optional<ManagedPartName> name;
+    askManagedPartName(part, name);
+    return name;
 }
 
 bool hasUsableLocalSource(std::string_view path) {
     return !path.empty() && platform::isRegularFile(platform::pathFromUtf8(path));
 }
 
-std::string configuredRevisionId(NXOpen::BasePart* part) {
+std::string configuredRevisionId(const std::optional<ManagedPartName>& name) {
     constexpr const char* noRevision = "1";
-    const auto name = decodeManagedPartName(part);
     if (!name) return noRevision;
     const nx::UfSession session;
     if (!opened(session)) return noRevision;

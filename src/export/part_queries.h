@@ -23,9 +23,6 @@ struct ManagedPartName {
     std::string partFileName;
 };
 
-/// The displayed part, or null when there is none.
-NXOpen::BasePart* displayedPart();
-
 /// True when the drafting application is active: then the sheets are uploaded, not the model.
 bool isDrawingContext();
 
@@ -38,6 +35,8 @@ bool isPartFamilyMember(NXOpen::BasePart* part);
 
 /// The decoded name of a part managed by Teamcenter; absent for every other part.
 std::optional<ManagedPartName> decodeManagedPartName(NXOpen::BasePart* part);
+/// The same in `name`; false when the host could not answer.
+bool askManagedPartName(NXOpen::BasePart* part, std::optional<ManagedPartName>& name);
 
 /// The pieces of the encoded name `encoded`, which is in the host's code page. Returns the status of the C interface,
 /// whose bracket must be open; the pieces are empty when that is not 0.
@@ -47,13 +46,10 @@ int decodeEncodedName(const char* encoded, ManagedPartName& name);
 /// gives none. The bracket of the C interface must be open.
 std::string commandLineNameOf(const char* encoded);
 
-/// Whether decodeManagedPartName() yields a name.
-bool isManagedPart(NXOpen::BasePart* part);
-
 /// True when `path` (UTF-8) names an ordinary file that exists; false for a directory or a link.
 bool hasUsableLocalSource(std::string_view path);
 
-/// The revision id that Teamcenter configures for a managed part; "1" for any other part and when none is given.
-std::string configuredRevisionId(NXOpen::BasePart* part);
+/// The revision id that Teamcenter configures for the part of that name; "1" for any other part and when none is given.
+std::string configuredRevisionId(const std::optional<ManagedPartName>& name);
 
 }  // namespace pivra

@@ -2,14 +2,13 @@
 
 #include "config/properties.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
 #include "platform/environment.h"
 #include "platform/error_text.h"
 #include "platform/files.h"
 #include "platform/remove_tree.h"
-#include "platform/temp_path.h"
+#include "platform/text.h"
 #include "platform/text_encoding.h"
-#include "platform/thread_id.h"
+#include "platform/thread.h"
 
 #include <atomic>
 #include <chrono>
@@ -28,30 +27,30 @@ constexpr const char* retainKey = "pivra_nx_retain_temp_files";
 constexpr const char* namePrefix = "pivra-";
 constexpr int allocationAttempts = 32;
 
-struct SessionState {
-    std::optional<std::string> key;
-    std::optional<std::string> directoryName;
-    /// Keeps the sweep of another session of the host from taking the directory.
+struct ProcessState {
+    std::atomic<std::uint32_t> lock{0};     ///< guards the members below `counter`
+    std::atomic<std::uint64_t> counter{0};  ///< of the folders made so far
+    std::optional<fs::path> tempBaseDirectory;
+    std::optional<std::string> currentSessionKey;
+    std::optional<std::string> currentSessionDirectoryName;
+    /// Keeps another session of the host from sweeping the current directory away.
     std::shared_ptr<void> hold;
 };
 
-SessionState& state() {
-    static SessionState instance;
+ProcessState& process() {
+    static ProcessState instance;
     return instance;
 }
 
-/// Holds the lock over the state. Spins: it is only ever contended for the length of a few file operations.
+/// Holds the lock of the state. A spin lock, since it is never held for longer than a few file operations.
 class StateLock {
  public:
     StateLock() {
-        while (flag.exchange(1, std::memory_order_acquire) == 1) std::this_thread::yield();
+        while (process().lock.exchange(1, std::memory_order_acquire) == 1) std::this_thread::yield();
     }
-    ~StateLock() { flag.store(0, std::memory_order_release); }
+    ~StateLock() { process().lock.store(0, std::memory_order_release); }
     StateLock(const StateLock&) = delete;
     StateLock& operator=(const StateLock&) = delete;
-
- private:
-    static inline std::atomic<std::uint32_t> flag{0};
 };
 
 fs::path findBaseDirectory() {
@@ -61,10 +60,11 @@ fs::path findBaseDirectory() {
     throw std::runtime_error("Unable to resolve base directory for session temp files.");
 }
 
-/// Resolved once a process; a failure leaves it to the next call.
+/// Resolved once per process; after a failure the next call tries again. Call with the lock held.
 const fs::path& baseDirectory() {
-    static const fs::path directory = findBaseDirectory();
-    return directory;
+    auto& base = process().tempBaseDirectory;
+    if (!base) base = findBaseDirectory();
+    return *base;
 }
 
 void logRetained(const std::string& cleanup) {
@@ -94,11 +94,11 @@ void sweepTree(const fs::path& directory) {
 }
 
 void deleteCurrentUnlessRetained() {
-    state().hold.reset();
+    process().hold.reset();
     if (retainTempFiles()) {
         logRetained("temp directory cleanup");
     } else {
-        deleteTree(baseDirectory() / *state().directoryName);
+        deleteTree(baseDirectory() / *process().currentSessionDirectoryName);
     }
 }
 
@@ -112,13 +112,12 @@ const fs::path& ensureExists(const fs::path& directory) {
     }
     platform::createDirectory(directory, error);
     if (error) throw std::runtime_error("Failed to create session temp directory.");
-    state().hold = platform::holdDirectory(directory);
+    process().hold = platform::holdDirectory(directory);
     return directory;
 }
 
 std::string nextToken() {
-    static std::atomic<std::uint64_t> counter{0};
-    const std::uint64_t count = counter.fetch_add(1);
+    const std::uint64_t count = process().counter.fetch_add(1);
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     const auto nanoseconds = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
     return sessionToken(count, platform::currentThreadId(), static_cast<std::uint64_t>(nanoseconds));
@@ -130,8 +129,8 @@ fs::path allocateDirectory() {
         fs::path directory = baseDirectory() / name;
         std::error_code error;
         if (!platform::createDirectory(directory, error)) continue;
-        state().directoryName = name;
-        state().hold = platform::holdDirectory(directory);
+        process().currentSessionDirectoryName = name;
+        process().hold = platform::holdDirectory(directory);
         return directory;
     }
     throw std::runtime_error("Unable to allocate a unique session temp directory.");
@@ -156,39 +155,43 @@ fs::path sessionTempDirectory(const std::string& sessionKey) {
     const StateLock lock;
     const fs::path& base = baseDirectory();
     const std::string key = sessionKey.empty() ? "__default__" : sessionKey;
-    SessionState& current = state();
-    if (current.directoryName && current.key && *current.key != key) {
+    auto& name = process().currentSessionDirectoryName;
+    auto& currentKey = process().currentSessionKey;
+    if (name && currentKey && *currentKey != key) {
         deleteCurrentUnlessRetained();
-        current.directoryName.reset();
+        name.reset();
     }
-    if (current.directoryName) return ensureExists(base / *current.directoryName);
-    current.key = key;
+    if (name) return ensureExists(base / *name);
+    currentKey = key;
     return allocateDirectory();
 }
 
 void cleanupSessionTempDirectory() noexcept {
     const StateLock lock;
     try {
-        if (state().directoryName) deleteCurrentUnlessRetained();
+        if (process().currentSessionDirectoryName) deleteCurrentUnlessRetained();
     } catch (...) {
-        // What stays behind is swept at a later launch.
+        // A later launch sweeps what is left.
     }
-    state() = {};
+    process().currentSessionKey.reset();
+    process().currentSessionDirectoryName.reset();
+    process().hold.reset();
 }
 
 void cleanupStaleSessionTempDirectories() {
     if (retainTempFiles()) return logRetained("stale temp directory cleanup");
-    const fs::path* base = nullptr;
+    fs::path base;
     try {
-        base = &baseDirectory();
+        const StateLock lock;
+        base = baseDirectory();
     } catch (const std::runtime_error& error) {
         return logging::LogWarning(error.what());
     }
-    deleteSessionDirectoriesIn(*base);
+    deleteSessionDirectoriesIn(base);
 }
 
 bool retainTempFiles() {
-    return config::toLower(config::GetProperty(retainKey)) == "true";
+    return platform::toLower(config::GetProperty(retainKey)) == "true";
 }
 
 std::string sessionToken(std::uint64_t count, std::uint32_t threadId, std::uint64_t nanoseconds) {

@@ -5,12 +5,12 @@
 #include "export/displayed_model_export.h"
 #include "export/displayed_model_metadata.h"
 #include "export/export_run.h"
-#include "export/file_names.h"
 #include "export/part_queries.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
+#include "nx/session.h"
 #include "nx/text.h"
-#include "traceability/part_label.h"
+#include "platform/text.h"
+#include "traceability/pivra_id_attribute.h"
 #include "traceability/traceable_id.h"
 
 #include <NXOpen/BasePart.hxx>
@@ -27,13 +27,13 @@ using logging::LogWarning;
 
 constexpr const char* cachedExport = "cached_managed_export";
 
-/// Brings what is known of the part up to date.
-void refresh(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadata) {
+/// Reads again what may have changed since the record was made.
+void refresh(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadata, ExportRun& run) {
     metadata.sourcePath = nx::utf8(part.FullPath());
     metadata.uploadBlockedReason.clear();
-    metadata.isManaged = isManagedPart(&part);
-    metadata.hasUnsavedChanges = hasUnsavedChanges(&part, isDrawing);
-    metadata.hasUnsupportedFileTypes = !isDrawing && hasUnsupportedComponent(&part);
+    metadata.isManaged = run.isManaged(&part);
+    metadata.hasUnsavedChanges = hasUnsavedChanges(&part, isDrawing, run);
+    metadata.hasUnsupportedFileTypes = !isDrawing && hasUnsupportedComponent(&part, run);
     clearTraceabilityFailureMessage();
     clearTraceabilitySavedPart();
 }
@@ -62,7 +62,7 @@ void block(const std::string& label, ModelMetadata& metadata) {
 const char* exportReason(bool isDrawing, const ModelMetadata& metadata) {
     if (isDrawing) return "drawing";
     if (!metadata.isManaged) return "local_source";
-    // A file that was deleted since is no earlier export either.
+    // An exported file that was deleted meanwhile counts as missing.
     if (!hasUsableLocalSource(metadata.exportedFile)) return "missing_cached_managed_export";
     if (traceabilitySavedPart() && traceabilityFailureMessage().empty()) return "traceability_changed";
     return cachedExport;
@@ -86,7 +86,7 @@ void runExport(NXOpen::BasePart& part, const std::string& label, const std::stri
 }
 
 void collectFiles(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadata, ExportRun& run) {
-    if (isDrawing || hasExtension(metadata.exportedFile, ".pdf")) {
+    if (isDrawing || platform::hasExtension(metadata.exportedFile, ".pdf")) {
         metadata.files.clear();
         metadata.isAssembly = false;
         metadata.hasUnloadedComponents = false;
@@ -110,12 +110,13 @@ void logResult(bool isDrawing, const ModelMetadata& metadata) {
 }
 
 void prepare(NXOpen::BasePart& part, ModelMetadata& metadata) {
-    const std::string label = partLogLabel(&part);
+    const std::string label = nx::partLogLabel(&part);
     const bool isDrawing = isDrawingContext();
-    refresh(part, isDrawing, metadata);
+    ExportRun run(IdentifierForm::upload);
+    refresh(part, isDrawing, metadata, run);
     logStart(label, isDrawing, metadata);
     if (!metadata.isManaged && !isDrawing && !hasUsableLocalSource(metadata.sourcePath)) return block(label, metadata);
-    ExportRun run(IdentifierForm::upload, resolveTraceableId(&part));
+    run.setSessionKey(resolveTraceableId(&part));
     const std::string reason = exportReason(isDrawing, metadata);
     if (reason == cachedExport) {
         LogInfo(LogLine("Reusing cached managed NX export before upload:")
@@ -134,7 +135,7 @@ void prepare(NXOpen::BasePart& part, ModelMetadata& metadata) {
 }  // namespace
 
 void prepareUploadFiles(const std::shared_ptr<ModelMetadata>& metadata) {
-    if (NXOpen::BasePart* part = displayedPart()) return prepare(*part, *metadata);
+    if (NXOpen::BasePart* part = nx::displayedPart()) return prepare(*part, *metadata);
     LogWarning("NX upload preparation skipped because there is no displayed part.");
 }
 

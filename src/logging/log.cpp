@@ -1,8 +1,14 @@
-#include <logging/log.h>
-#include <platform/calendar.h>
-#include <platform/files.h>
+#include "logging/log.h"
 
+#include "platform/calendar.h"
+#include "platform/files.h"
+#include "platform/text.h"
+
+#include <algorithm>
+#include <array>
 #include <atomic>
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
@@ -13,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Read without a lock: a change of level takes effect on another thread at its next line.
+// Read without a lock: other threads see a new level at their next line.
 std::atomic<LogLevel> level{LogLevel::info};
 
 struct LogPlace {
@@ -66,7 +72,7 @@ std::string formatLine(LogLevel lineLevel, std::string_view text) {
     return line += "\r\n";
 }
 
-/// To be called with the mutex held.
+/// Call with the mutex held.
 void appendLine(const fs::path& directory, const std::string& line) {
     const auto file = ResolveLogPath(directory, logFileName);
     if (file.empty()) return;
@@ -81,7 +87,7 @@ void logUnfiltered(LogLevel lineLevel, std::string_view text) {
     try {
         appendLine(place().directory, formatLine(lineLevel, text));
     } catch (const std::exception&) {
-        // A line that cannot be made is lost: nobody who logs can do anything about it.
+        // The line is lost: callers could do nothing about it.
     }
 }
 
@@ -118,19 +124,8 @@ std::string_view displayName(LogLevel named) {
     }
 }
 
-std::string_view lowerCaseName(LogLevel named) {
-    switch (named) {
-        case LogLevel::debug:
-            return "debug";
-        case LogLevel::info:
-            return "info";
-        case LogLevel::warning:
-            return "warning";
-        case LogLevel::error:
-            return "error";
-        default:
-            return "off";
-    }
+std::string lowerCaseName(LogLevel named) {
+    return platform::toLower(displayName(named));
 }
 
 LogLevel currentLevel() {
@@ -164,6 +159,42 @@ fs::path ResolveLogPath(const fs::path& base, const fs::path& value) {
     if (text.empty()) return base;
     if (beginsWithDrive(text) || beginsWithServer(text)) return value;
     return base.empty() ? fs::path() : base / value;
+}
+
+LogLine& LogLine::quoted(std::string_view name, std::string_view value) {
+    return plain(name, '"' + std::string(value) + '"');
+}
+
+LogLine& LogLine::plain(std::string_view name, std::string_view value) {
+    text_ += ' ';
+    text_ += name;
+    text_ += '=';
+    text_ += value;
+    return *this;
+}
+
+LogLine& LogLine::flag(std::string_view name, bool value) {
+    return plain(name, value ? "true" : "false");
+}
+
+// std::to_chars, because the host may have set a locale with a decimal comma.
+LogLine& LogLine::decimal(std::string_view name, double value) {
+    constexpr int significantDigits = 6;
+    const int magnitude = value == 0 ? 0 : static_cast<int>(std::floor(std::log10(std::abs(value))));
+    const int decimals = std::clamp(significantDigits - 1 - magnitude, 0, 30);
+    std::array<char, 400> digits{};
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals);
+    std::string_view text(digits.data(), static_cast<std::size_t>(end.ptr - digits.data()));
+    if (decimals > 0) {
+        text = text.substr(0, text.find_last_not_of('0') + 1);
+        if (text.ends_with('.')) text.remove_suffix(1);
+    }
+    return plain(name, text);
+}
+
+std::string LogLine::text(std::string_view end) const {
+    return text_ + std::string(end);
 }
 
 }  // namespace logging

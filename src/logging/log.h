@@ -3,6 +3,7 @@
 // Logging never fails a caller and never shows anything. Lines logged before the first setLogDirectory() are lost.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -17,21 +18,20 @@ enum class LogLevel : std::int32_t { debug = 0, info = 1, warning = 2, error = 3
 inline constexpr const char* logFileName = "pivra-integration.log";
 
 /// Writes one line at the named level, subject to the current level. `text` goes out byte by byte; UTF-8 is expected.
-/// A text that begins with "[cpp-piv]" stands as it is, any other behind "[Pivra] ". Any thread; never throws.
+/// Unless `text` begins with "[cpp-piv]", "[Pivra] " is put before it. Any thread; never throws.
 void LogDebug(std::string_view text);
 void LogInfo(std::string_view text);
 void LogWarning(std::string_view text);
 void LogError(std::string_view text);
 void Log(LogLevel level, std::string_view text);
 
-/// Writes the line that `build` returns; a line that cannot be built, for lack of memory, is lost. For destructors and
-/// other functions that must not throw.
+/// Writes the line that `build` returns; when memory runs out, the line is lost. For functions that must not throw.
 template <typename Build>
 void logBuilt(LogLevel level, Build build) noexcept {
     try {
         Log(level, build());
     } catch (...) {
-        // Nobody who logs can do anything about it.
+        // The line is lost: callers could do nothing about it.
     }
 }
 
@@ -41,7 +41,7 @@ void logUnfiltered(LogLevel level, std::string_view text);
 /// "DEBUG", "INFO", "WARNING", "ERROR", and "OFF" for any other value.
 std::string_view displayName(LogLevel level);
 /// "debug", "info", "warning", "error", and "off" for any other value: the form that the client library takes.
-std::string_view lowerCaseName(LogLevel level);
+std::string lowerCaseName(LogLevel level);
 
 /// The current level; info at first. Any thread.
 LogLevel currentLevel();
@@ -60,5 +60,28 @@ bool IsLogFilePresent();
 /// `base` for an empty `value`; `value` itself when it is absolute (drive letter, colon and slash, or a UNC name); else
 /// `base` joined with `value`, or nothing when `base` is empty.
 std::filesystem::path ResolveLogPath(const std::filesystem::path& base, const std::filesystem::path& value);
+
+/// Builds log lines of one shape: a fixed head, then " name=value" for each field, then a full stop. Text values stand
+/// in double quotes, booleans as true and false.
+///
+/// Example: LogLine("Preparing NX upload files:").quoted("part", label).flag("drawing", false).text()
+/// gives: Preparing NX upload files: part="bolt" drawing=false.
+class LogLine {
+ public:
+    explicit LogLine(std::string_view head) : text_(head) {}
+
+    LogLine& quoted(std::string_view name, std::string_view value);
+    LogLine& plain(std::string_view name, std::string_view value);
+    LogLine& flag(std::string_view name, bool value);
+    LogLine& number(std::string_view name, std::integral auto value) { return plain(name, std::to_string(value)); }
+    /// A plain decimal number, however small: up to six significant digits, no trailing zeros, no exponent.
+    LogLine& decimal(std::string_view name, double value);
+
+    /// The line with `end` behind the last field.
+    std::string text(std::string_view end = ".") const;
+
+ private:
+    std::string text_;
+};
 
 }  // namespace logging

@@ -1,6 +1,6 @@
-#include <platform/calendar.h>
-#include <platform/last_error.h>
-#include <platform/windows_ticks.h>
+#include "platform/calendar.h"
+
+#include "platform/windows_support.h"
 
 #include <windows.h>
 

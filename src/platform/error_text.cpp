@@ -1,5 +1,6 @@
-#include <platform/error_text.h>
-#include <platform/text_encoding.h>
+#include "platform/error_text.h"
+
+#include "platform/text_encoding.h"
 
 #include <exception>
 

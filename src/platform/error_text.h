@@ -1,7 +1,7 @@
 // What went wrong, as a text for a message box or the log. Any thread.
 //
 // Texts of Windows and of the standard library's error categories are in the system's code page with some compilers,
-// and those of host exceptions may be: each comes out in UTF-8 here.
+// and those of host exceptions may be. The texts returned here are UTF-8.
 #pragma once
 
 #include <functional>
@@ -17,7 +17,7 @@ std::string errorText(const std::error_code& error);
 std::string currentErrorText(const char* otherwise);
 
 /// The same, and behind it, each after a blank, the texts of the exceptions that are nested in it
-/// (std::throw_with_nested). For the log: what caused what the user is told.
+/// (std::throw_with_nested). For the log, which names the cause of what the user is told.
 std::string currentErrorChain(const char* otherwise);
 
 /// Runs `action` and returns the text of the exception that left it, "unknown" for one without text; nothing when none

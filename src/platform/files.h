@@ -31,17 +31,17 @@ using FileTime = std::chrono::system_clock::time_point;
 FileTime lastWriteTime(const std::filesystem::path& file);
 
 /// True for an ordinary file: it exists and is no directory, symbolic link or mount point. False as well when its
-/// status cannot be read. Any thread; fails for lack of memory alone.
+/// status cannot be read. Any thread; throws only when memory runs out.
 bool isRegularFile(const std::filesystem::path& file);
 
-/// What is asked of a file that an export made or an upload sends.
+/// Size and write time of a file.
 struct FileFacts {
     std::uintmax_t size = 0;  ///< bytes
     FileTime written;
 };
 
-/// The facts of the ordinary file `file`; absent when there is none, also when it vanishes while it is asked. Throws as
-/// fileSizeBytes() and lastWriteTime() for a file that is there and cannot be asked. Any thread.
+/// The facts of the ordinary file `file`; absent when there is none, also when it vanishes during the call. Throws as
+/// fileSizeBytes() and lastWriteTime() for a file that exists but cannot be read. Any thread.
 std::optional<FileFacts> fileFacts(const std::filesystem::path& file);
 
 /// What there is of a name, links followed.
@@ -60,7 +60,7 @@ std::error_code createDirectories(const std::filesystem::path& directory);
 /// The short form of the existing `path`, in plain letters; `path` itself where the file system keeps none. Any thread.
 std::filesystem::path shortPath(const std::filesystem::path& path);
 
-/// Keeps the folder `directory` from being deleted or renamed, by this process as well, until the result is let go.
+/// Keeps the folder `directory` from being deleted or renamed, by this process as well, until the result is destroyed.
 /// Null when it cannot be opened. Any thread.
 std::shared_ptr<void> holdDirectory(const std::filesystem::path& directory);
 

@@ -1,9 +1,6 @@
-#include <platform/extended_path_win.h>
-#include <platform/files.h>
-#include <platform/growing_buffer.h>
-#include <platform/last_error.h>
-#include <platform/reparse_point_win.h>
-#include <platform/windows_ticks.h>
+#include "platform/files.h"
+
+#include "platform/windows_support.h"
 
 #include <windows.h>
 
@@ -31,7 +28,7 @@ bool appendToFile(const fs::path& file, std::string_view bytes) noexcept try {
     CloseHandle(handle);
     return succeeded && written == bytes.size();
 } catch (...) {
-    return false;  // no memory for the name
+    return false;  // out of memory
 }
 
 void copyFile(const fs::path& from, const fs::path& to) {
@@ -95,8 +92,8 @@ std::error_code createDirectories(const fs::path& directory) {
 }
 
 fs::path shortPath(const fs::path& path) {
-    const auto name = path.native();
-    const auto form = readMeasuringCall([&](wchar_t* buffer, std::size_t size) -> std::optional<std::size_t> {
+    const auto& name = path.native();
+    const auto form = readSizedText([&](wchar_t* buffer, std::size_t size) -> std::optional<std::size_t> {
         const DWORD length = GetShortPathNameW(name.c_str(), buffer, static_cast<DWORD>(size));
         return length != 0 ? std::optional<std::size_t>(length) : std::nullopt;
     });
@@ -104,7 +101,7 @@ fs::path shortPath(const fs::path& path) {
 }
 
 std::shared_ptr<void> holdDirectory(const fs::path& directory) {
-    // Without FILE_SHARE_DELETE; open to all other use.
+    // Without FILE_SHARE_DELETE: others may use the folder, but not delete it.
     const HANDLE handle =
         CreateFileW(extendedPath(directory).c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                     OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);

@@ -1,4 +1,4 @@
-// Where the plug-in's own file lies.
+// The location of the plug-in's own file.
 #pragma once
 
 #include <filesystem>
@@ -11,6 +11,8 @@ namespace platform {
 std::filesystem::path moduleFileName();
 
 /// Folder of moduleFileName(), without a trailing separator unless it is a root ("C:\"). Throws as moduleFileName().
-std::filesystem::path moduleDirectory();
+inline std::filesystem::path moduleDirectory() {
+    return moduleFileName().parent_path();
+}
 
 }  // namespace platform

@@ -1,5 +1,6 @@
-#include <platform/growing_buffer.h>
-#include <platform/module.h>
+#include "platform/module.h"
+
+#include "platform/windows_support.h"
 
 #include <windows.h>
 
@@ -13,7 +14,7 @@ std::filesystem::path moduleFileName() {
     if (!GetModuleHandleExW(flags, reinterpret_cast<const wchar_t*>(&moduleFileName), &module) || !module) {
         throw std::runtime_error("Failed to resolve nx-integration module path.");
     }
-    auto name = readCuttingCall([module](wchar_t* buffer, std::size_t size) {
+    auto name = readTruncatedText([module](wchar_t* buffer, std::size_t size) {
         return GetModuleFileNameW(module, buffer, static_cast<DWORD>(size));
     });
     if (name.empty()) throw std::runtime_error("Failed to read nx-integration module filename.");

@@ -1,4 +1,4 @@
-#include <platform/remove_tree.h>
+#include "platform/remove_tree.h"
 
 namespace platform {
 namespace {
@@ -8,13 +8,13 @@ constexpr int errorPathNotFound = 3;     // ERROR_PATH_NOT_FOUND
 constexpr int errorNotEnoughMemory = 8;  // ERROR_NOT_ENOUGH_MEMORY
 constexpr int maximalPasses = 10;
 
-/// What is gone already needs no removing.
+/// Something that is already gone counts as removed.
 std::error_code unlessGone(std::error_code error) {
     const bool gone = error.value() == errorFileNotFound || error.value() == errorPathNotFound;
     return gone ? std::error_code() : error;
 }
 
-bool worthAnotherPass(std::error_code error) {
+bool canBeRetried(std::error_code error) {
     return error.value() == errorDirectoryNotEmpty || error.value() == errorAccessDenied;
 }
 
@@ -37,7 +37,7 @@ std::error_code removeOnce(const std::filesystem::path& directory, const TreeOpe
     std::error_code kept;
     for (const auto& entry : operations.list(directory)) {
         const auto entryError = removeEntry(entry, operations);
-        if (entryError && !worthAnotherPass(entryError)) return entryError;
+        if (entryError && !canBeRetried(entryError)) return entryError;
         if (entryError) kept = entryError;
     }
     return kept ? kept : unlessGone(operations.removeDirectory(directory));
@@ -48,7 +48,7 @@ std::error_code removeOnce(const std::filesystem::path& directory, const TreeOpe
 std::error_code removeTree(const std::filesystem::path& directory, const TreeOperations& operations) noexcept {
     try {
         auto error = removeOnce(directory, operations);
-        for (int pass = 1; pass < maximalPasses && worthAnotherPass(error); ++pass) {
+        for (int pass = 1; pass < maximalPasses && canBeRetried(error); ++pass) {
             error = removeOnce(directory, operations);
         }
         return error;

@@ -26,16 +26,16 @@ struct TreeOperations {
 /// The operations of this system.
 TreeOperations systemTreeOperations();
 
-/// What a folder answers that another process holds (holdDirectory()).
+/// The error of removing a folder that another process holds (holdDirectory()).
 inline constexpr int errorSharingViolation = 32;  // ERROR_SHARING_VIOLATION
 
 /// Windows error numbers that make a deletion start over: another program may be letting go of a file just now.
 inline constexpr int errorAccessDenied = 5;         // ERROR_ACCESS_DENIED
 inline constexpr int errorDirectoryNotEmpty = 145;  // ERROR_DIR_NOT_EMPTY
 
-/// Removes `directory` and everything in it. What cannot be removed with error 145 or 5 costs itself and the folders it
-/// lies in, and such a pass is repeated, at most 10 passes in all; any other error ends the deletion. Returns the last
-/// pass's error, empty on success and for a directory that does not exist. Any thread; never throws.
+/// Removes `directory` and everything in it. An entry that fails with error 145 or 5 is left with the folders above it,
+/// and the pass is repeated, at most 10 passes in all; any other error ends the deletion. Returns the last pass's
+/// error, empty on success and for a directory that does not exist. Any thread; never throws.
 std::error_code removeTree(const std::filesystem::path& directory,
                            const TreeOperations& operations = systemTreeOperations()) noexcept;
 

@@ -1,7 +1,6 @@
-#include <platform/extended_path_win.h>
-#include <platform/last_error.h>
-#include <platform/remove_tree.h>
-#include <platform/reparse_point_win.h>
+#include "platform/remove_tree.h"
+
+#include "platform/windows_support.h"
 
 #include <windows.h>
 
@@ -13,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Runs `remove`, and once more without the read-only mark when that is what stands in its way.
+/// Runs `remove`, and a second time without the read-only attribute if that was in the way.
 std::error_code removeWith(BOOL(WINAPI* remove)(const wchar_t*), const fs::path& path) {
     const auto name = extendedPath(path);
     if (remove(name.c_str())) return {};

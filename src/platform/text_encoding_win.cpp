@@ -1,5 +1,6 @@
-#include <platform/text_encoding.h>
-#include <platform/utf8.h>
+#include "platform/text_encoding.h"
+
+#include "platform/text.h"
 
 #include <windows.h>
 
@@ -60,7 +61,7 @@ std::filesystem::path pathFromUtf8(std::string_view text) {
 
 std::string fileSystemTextFromPath(const std::filesystem::path& path) {
     const UINT codePage = fileSystemCodePage();
-    // Code pages that hold every character know no substitute character, and refuse to be asked for one.
+    // Code pages that have every character need no substitute character, and reject the parameter for it.
     if (codePage == CP_UTF8 || codePage == codePageGb18030) {
         return narrow(path.native(), codePage, WC_ERR_INVALID_CHARS, nullptr);
     }

@@ -13,12 +13,12 @@ namespace platform {
 class ThreadTimer {
  public:
     ThreadTimer() = default;
-    ~ThreadTimer();
+    ~ThreadTimer() { stop(); }
     ThreadTimer(const ThreadTimer&) = delete;
     ThreadTimer& operator=(const ThreadTimer&) = delete;
 
-    /// Starts the timer when it is not running, and otherwise does nothing. `onTick` may stop or destroy the timer. An
-    /// exception that leaves `onTick` ends at the timer: it must not reach the system. Returns whether it runs.
+    /// Starts the timer when it is not running, and otherwise does nothing. `onTick` may stop or destroy the timer; it
+    /// must not throw, since the system calls it. Returns whether the timer runs.
     bool start(std::chrono::milliseconds interval, std::function<void()> onTick);
     void stop() noexcept;
     bool running() const noexcept { return id_ != 0; }

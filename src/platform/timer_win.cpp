@@ -1,16 +1,17 @@
-#include <platform/timer_system.h>
+#include "platform/timer.h"
 
 #include <windows.h>
 
 #include <map>
 #include <memory>
+#include <utility>
 
 namespace platform {
 namespace {
 
 using Ticks = std::map<UINT_PTR, std::shared_ptr<const std::function<void()>>>;
 
-/// What the running timers call, by the system's id. One thread's: the host's.
+/// The callables of the running timers, by the system's id. Host's thread only.
 Ticks& ticks() {
     static Ticks instance;
     return instance;
@@ -18,7 +19,7 @@ Ticks& ticks() {
 
 void CALLBACK onTimer(HWND, UINT, UINT_PTR id, DWORD) {
     const auto found = ticks().find(id);
-    // A message that was already in the queue when its timer was stopped.
+    // The message was already queued when its timer was stopped.
     if (found == ticks().end()) return;
     // The tick may stop its own timer.
     const auto onTick = found->second;
@@ -27,16 +28,18 @@ void CALLBACK onTimer(HWND, UINT, UINT_PTR id, DWORD) {
 
 }  // namespace
 
-std::uintptr_t startSystemTimer(std::chrono::milliseconds interval, std::function<void()> onTick) {
+bool ThreadTimer::start(std::chrono::milliseconds interval, std::function<void()> onTick) {
+    if (running()) return true;
     auto shared = std::make_shared<const std::function<void()>>(std::move(onTick));
-    const UINT_PTR id = SetTimer(nullptr, 0, static_cast<UINT>(interval.count()), onTimer);
-    if (id != 0) ticks()[id] = std::move(shared);
-    return id;
+    id_ = SetTimer(nullptr, 0, static_cast<UINT>(interval.count()), onTimer);
+    if (running()) ticks()[id_] = std::move(shared);
+    return running();
 }
 
-void stopSystemTimer(std::uintptr_t id) noexcept {
-    KillTimer(nullptr, id);
-    ticks().erase(id);
+void ThreadTimer::stop() noexcept {
+    if (!running()) return;
+    KillTimer(nullptr, id_);
+    ticks().erase(std::exchange(id_, 0));
 }
 
 }  // namespace platform

@@ -2,13 +2,69 @@
 
 #include "logging/log.h"
 #include "platform/error_text.h"
-#include "service/sign_in_flow.h"
 
 #include <stdexcept>
 #include <utility>
 
 namespace auth {
 namespace {
+
+constexpr const char* completionMissing = "Authentication completion callback is not configured.";
+
+/// One sign-in flow's reference to the session, which the flow may outlive.
+struct SignInFlow {
+    std::shared_ptr<SessionSharedState> state;
+    std::shared_ptr<const std::atomic<bool>> alive;            ///< the session still exists
+    std::shared_ptr<const std::atomic<std::uint64_t>> newest;  ///< number of the newest flow or interruption
+    std::uint64_t generation = 0;                              ///< this flow's own number
+
+    /// True until a newer flow, a sign-out or the shutdown has overtaken this one.
+    bool isCurrent() const { return alive->load() && newest->load() == generation; }
+};
+
+struct SignInOutcome {
+    cpp_piv::CppPivLocalAuthTokens tokens;
+    std::optional<cpp_piv::CppPivUser> user;
+};
+
+SignInOutcome awaitBrowser(const AuthClientCallbacks& client) {
+    if (!client.complete) throw std::runtime_error(completionMissing);
+    SignInOutcome outcome{client.complete(), std::nullopt};
+    if (outcome.tokens.accessToken.empty()) {
+        throw std::runtime_error("Authentication completed without an access token.");
+    }
+    if (client.currentUser) outcome.user = client.currentUser(outcome.tokens.accessToken);
+    return outcome;
+}
+
+/// Ends the flow in the session with `write`, unless the flow was overtaken.
+template <typename Write>
+void finish(const SignInFlow& flow, Write write) {
+    const std::lock_guard lock(flow.state->mutex);
+    if (!flow.isCurrent() || flow.state->activeGeneration != flow.generation) return;
+    write(*flow.state);
+    flow.state->inProgress = false;
+}
+
+void commit(const SignInFlow& flow, SignInOutcome outcome) {
+    finish(flow, [&outcome](SessionSharedState& state) {
+        state.tokens = std::move(outcome.tokens);
+        state.user = std::move(outcome.user);
+        state.pendingMessage.clear();
+    });
+}
+
+/// Waits for the browser, fetches the user and commits both; a failure becomes the pending message. Writes nothing for
+/// a flow that was overtaken. Worker thread; throws only when the session's mutex fails.
+void runSignInFlow(const SignInFlow& flow, const AuthClientCallbacks& client) {
+    if (!flow.isCurrent()) return;
+    try {
+        commit(flow, awaitBrowser(client));
+    } catch (...) {
+        std::string message = platform::currentErrorText("Unknown error while waiting for authentication to complete.");
+        finish(flow, [&message](SessionSharedState& state) { state.pendingMessage = std::move(message); });
+    }
+}
 
 void checkCallbacks(const AuthClientCallbacks& client, const AuthPlatformCallbacks& system) {
     if (!system.openBrowser) throw std::runtime_error("Browser open callback is not configured.");
@@ -121,7 +177,7 @@ std::string AuthSession::signOut(const AuthClientCallbacks& client, const AuthPl
 }
 
 void AuthSession::shutdown() {
-    std::unique_ptr<Worker> worker;
+    std::unique_ptr<platform::Worker> worker;
     {
         const std::lock_guard lock(state_->mutex);
         nextGeneration();
@@ -132,12 +188,12 @@ void AuthSession::shutdown() {
 }
 
 void AuthSession::runInWorker(std::function<void()> task) {
-    auto worker = std::make_unique<Worker>(std::move(task));
+    auto worker = std::make_unique<platform::Worker>(std::move(task));
     const std::lock_guard lock(state_->mutex);
     worker_.swap(worker);
 }
 
-std::unique_ptr<Worker> AuthSession::takeWorker() {
+std::unique_ptr<platform::Worker> AuthSession::takeWorker() {
     const std::lock_guard lock(state_->mutex);
     return std::move(worker_);
 }

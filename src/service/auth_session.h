@@ -5,7 +5,7 @@
 // write. Every member of the shared state is read and written under its mutex; no thread is joined with it held.
 #pragma once
 
-#include "service/worker.h"
+#include "platform/thread.h"
 
 #include <cpp_piv/records.h>
 
@@ -92,14 +92,14 @@ class AuthSession {
  private:
     std::string beginFlow(const AuthClientCallbacks& client, const AuthPlatformCallbacks& system,
                           std::uint64_t generation);
-    std::unique_ptr<Worker> takeWorker();
+    std::unique_ptr<platform::Worker> takeWorker();
     /// Makes every earlier flow a late one and returns the new number. Only with the mutex held.
     std::uint64_t nextGeneration();
 
     const std::shared_ptr<SessionSharedState> state_ = std::make_shared<SessionSharedState>();
     const std::shared_ptr<std::atomic<bool>> alive_ = std::make_shared<std::atomic<bool>>(true);
     const std::shared_ptr<std::atomic<std::uint64_t>> generation_ = std::make_shared<std::atomic<std::uint64_t>>(0);
-    std::unique_ptr<Worker> worker_;  ///< guarded by the state's mutex
+    std::unique_ptr<platform::Worker> worker_;  ///< guarded by the state's mutex
 };
 
 }  // namespace auth

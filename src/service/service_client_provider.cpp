@@ -2,19 +2,26 @@
 
 #include "config/log_settings.h"
 #include "config/service_environment.h"
-#include "logging/cpp_piv_logger.h"
 #include "logging/log.h"
 #include "platform/module.h"
 #include "platform/text_encoding.h"
-#include "service/version.h"
 
 #include <cpp_piv/initialize_options.h>
 
-namespace service {
+namespace pivra {
 namespace {
 
 constexpr const char* nativeLibraryName = "gopiv-windows-amd64.dll";
 constexpr const char* clientLogFileName = "pivra-gopiv-integration.log";
+
+/// Writes the client library's messages to the log, each at its own level. Stateless; any thread.
+class CppPivLoggerAdapter final : public cpp_piv::ICppPivLogger {
+ public:
+    void debug(const std::string& text) override { logging::LogDebug(text); }
+    void info(const std::string& text) override { logging::LogInfo(text); }
+    void warning(const std::string& text) override { logging::LogWarning(text); }
+    void error(const std::string& text) override { logging::LogError(text); }
+};
 
 bool isLoggingOff() {
     return logging::currentLevel() == logging::LogLevel::off;
@@ -28,7 +35,6 @@ std::shared_ptr<cpp_piv::CppPivClient> createClient() {
     return client;
 }
 
-/// The client that the provider holds at the time of the call.
 std::shared_ptr<cpp_piv::CppPivClient> client() {
     return ServiceClientProvider::instance().client();
 }
@@ -50,7 +56,7 @@ std::string nativeLibraryPath() {
 }
 
 std::shared_ptr<cpp_piv::ICppPivLogger> makeClientLogger() {
-    return isLoggingOff() ? nullptr : logging::makeCppPivLogger();
+    return isLoggingOff() ? nullptr : std::make_shared<CppPivLoggerAdapter>();
 }
 
 cpp_piv::CppPivInitializeOptions makeInitializeOptions() {
@@ -61,7 +67,7 @@ cpp_piv::CppPivInitializeOptions makeInitializeOptions() {
         options.logLevel = logging::lowerCaseName(logging::currentLevel());
     }
     options.environment = config::SelectServiceEnvironment(config::ReadServerOverrides());
-    options.clientVersions = {{clientName, version}};
+    options.clientVersions = {{clientName, clientVersion}};
     return options;
 }
 
@@ -71,11 +77,11 @@ auth::AuthClientCallbacks authClientCallbacks() {
             [] { return client()->localAuthFlowLogout(); }};
 }
 
-pivra::WorkspaceServiceCallbacks workspaceServiceCallbacks() {
+WorkspaceServiceCallbacks workspaceServiceCallbacks() {
     return {[](const auto&... arguments) { return client()->listWorkspaces(arguments...); },
             [](const auto&... arguments) { return client()->findRevision(arguments...); },
             [](const auto&... arguments) { return client()->getRootDirectory(arguments...); },
             [](const auto&... arguments) { return client()->upload(arguments...); }};
 }
 
-}  // namespace service
+}  // namespace pivra

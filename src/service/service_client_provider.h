@@ -9,10 +9,12 @@
 #include <memory>
 #include <string>
 
-namespace service {
+namespace pivra {
 
-/// Name and version by which the client library presents this plug-in to the service.
+/// Name and version by which the client library presents this plug-in to the service; the dialogs show the version,
+/// too.
 inline constexpr const char* clientName = "nx-integration";
+inline constexpr const char* clientVersion = PIVRA_VERSION;
 
 /// Holds the process's client: created and initialised at the first call, after the log settings were applied, and
 /// released at process exit. Any thread; concurrent first callers wait for one creation.
@@ -41,6 +43,6 @@ cpp_piv::CppPivInitializeOptions makeInitializeOptions();
 /// The client's operations for sign-in and for workspaces. Each obtains the client when it is called, keeps it for the
 /// call, passes its arguments on unchanged and catches nothing. Any thread.
 auth::AuthClientCallbacks authClientCallbacks();
-pivra::WorkspaceServiceCallbacks workspaceServiceCallbacks();
+WorkspaceServiceCallbacks workspaceServiceCallbacks();
 
-}  // namespace service
+}  // namespace pivra

@@ -1,6 +1,6 @@
 #include "service/system_browser.h"
 
-#include "config/properties.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <exception>
@@ -10,7 +10,7 @@
 namespace auth {
 
 bool isWebAddress(std::string_view address) {
-    const std::string lowered = config::toLower(address);
+    const std::string lowered = platform::toLower(address);
     return (lowered.starts_with("http://") || lowered.starts_with("https://")) &&
            std::all_of(address.begin(), address.end(), [](char c) { return c > ' ' && c < 0x7F && c != '"'; });
 }

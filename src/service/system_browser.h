@@ -1,7 +1,7 @@
 // The user's browser: the one road from the plug-in to the shell.
 #pragma once
 
-#include "platform/shell.h"
+#include "platform/desktop.h"
 #include "service/auth_session.h"
 
 #include <functional>

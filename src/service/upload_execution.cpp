@@ -1,7 +1,7 @@
 #include "service/upload_execution.h"
 
 #include "platform/error_text.h"
-#include "platform/file_names.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <utility>
@@ -39,9 +39,9 @@ bool hasLocalFile(const UploadFiles& files) {
     return std::any_of(files.begin(), files.end(), [](const auto& file) { return !file.path.empty(); });
 }
 
-/// What keeps an upload from being sent; empty when nothing does.
-std::string obstacle(const ModelMetadata& metadata, const UploadFiles& files, const std::string& token,
-                     const WorkspaceServiceCallbacks& callbacks) {
+/// Why the upload cannot be sent; empty when it can.
+std::string reasonNotToSend(const ModelMetadata& metadata, const UploadFiles& files, const std::string& token,
+                            const WorkspaceServiceCallbacks& callbacks) {
     if (!metadata.traceabilityError.empty()) return metadata.traceabilityError;
     if (!metadata.uploadBlockedReason.empty()) return metadata.uploadBlockedReason;
     if (!hasLocalFile(files)) return metadata.isAssembly ? noAssemblyFiles : noFile;
@@ -111,7 +111,7 @@ UploadExecutionResult executeUpload(std::int64_t workspaceId, const std::vector<
         result.workspaceId = workspaceId;
         UploadFiles files = filesToSend(metadata);
         const std::string token = session.accessToken();
-        result.message = obstacle(metadata, files, token, callbacks);
+        result.message = reasonNotToSend(metadata, files, token, callbacks);
         if (result.message.empty()) send(result, metadata, std::move(files), token, callbacks);
     } catch (...) {
         result.message = platform::currentErrorText(failedWithoutDetails);

@@ -25,8 +25,8 @@ struct UploadExecutionResult {
 
 /// The files that an upload of `metadata` sends, in order. The collected files stand as they were collected, each under
 /// its own revisionLookupKey(), the root under the one that the dialogs ask for; an entry's path may be empty. Without
-/// them the exported file goes alone and under its own name, since a drawing goes up as the PDF that it became and not
-/// under the part's name. An assembly never goes without its collected files: its root alone would pass for the whole.
+/// them the exported file is sent alone and under its own name: a drawing is sent as its PDF. An assembly is never sent
+/// without its collected files: its root alone would look like the whole.
 std::vector<cpp_piv::CppPivUploadFile> filesToSend(const ModelMetadata& metadata);
 
 /// Checks that everything is in place and uploads into the workspace's root directory. Worker thread: waits for the

@@ -1,7 +1,7 @@
 #include "service/workspaces.h"
 
 #include "platform/error_text.h"
-#include "platform/file_names.h"
+#include "platform/text.h"
 
 #include <algorithm>
 

@@ -16,7 +16,7 @@
 
 namespace pivra {
 
-/// The version of every source file, as the service is told it: revisions tell one state of a file from another.
+/// The version that the service gets for every source file. Revisions, not versions, tell the states of a file apart.
 inline constexpr const char* sourceVersion = "1";
 
 /// What workspaces and uploads need of the service; any may be missing.

@@ -1,4 +1,4 @@
-#include "traceability/traceable_id.h"
+#include "traceability/nx_uuid.h"
 
 #include <algorithm>
 #include <array>

@@ -1,10 +1,9 @@
 #include "traceability/pivra_id_attribute.h"
 
-#include "config/properties.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
 #include "nx/text.h"
-#include "traceability/traceable_id.h"
+#include "platform/text.h"
+#include "traceability/nx_uuid.h"
 
 #include <NXOpen/BasePart.hxx>
 #include <NXOpen/PartSaveStatus.hxx>
@@ -24,17 +23,7 @@ using NXOpen::Update;
 constexpr const char* attributeTitle = "PIVRA_ID";
 constexpr int noArrayIndex = -1;
 
-struct State {
-    std::string failureMessage;
-    bool savedPart = false;
-};
-
-State& state() {
-    static State instance;
-    return instance;
-}
-
-/// Builds the line with a given head about one record.
+/// Makes the log line about a record that begins with `head`.
 using LineOf = std::function<std::string(const char* head)>;
 
 LineOf linesAbout(const TraceabilityRecord& record, const char* idName) {
@@ -77,14 +66,15 @@ bool attemptWrite(NXOpen::BasePart& part, const std::string& value, const std::s
 }
 
 void recordFailure(const TraceabilityRecord& record) {
-    std::string& message = state().failureMessage;
+    std::string& message = traceabilityState().failureMessage;
     if (!message.empty()) return;
     message = "Legacy file(s) detected. Unable to upload because PIVRA_ID could not be saved for " + record.part + ".";
     LogWarning(
         logging::LogLine(message).quoted("legacy_id", record.internalId).quoted("pivra_id", record.pivraId).text());
 }
 
-/// Takes the unsaved value out of the session again. An empty one, and no deletion: it counts as absent everywhere.
+/// Removes the unsaved value from the session. It is emptied and not deleted: an empty value counts as absent
+/// everywhere.
 void clearUnsaved(NXOpen::BasePart& part, const LineOf& line) {
     if (attemptWrite(part, "", line("Failed to clear unsaved PIVRA_ID attribute from NX session:"))) {
         LogWarning(line("Cleared unsaved PIVRA_ID attribute from NX session:"));
@@ -98,7 +88,7 @@ bool writeAndSave(NXOpen::BasePart& part, const TraceabilityRecord& record) {
     if (attempt([&] { return savedCompletely(part); },
                 line("Failed to save NX file after setting PIVRA_ID attribute:"))) {
         LogInfo(line("PIVRA_ID attribute saved to NX file:"));
-        state().savedPart = true;
+        traceabilityState().savedPart = true;
         return true;
     }
     LogWarning(line("PIVRA_ID attribute was set but the NX part could not be saved:"));
@@ -108,11 +98,16 @@ bool writeAndSave(NXOpen::BasePart& part, const TraceabilityRecord& record) {
 
 }  // namespace
 
+TraceabilityState& traceabilityState() {
+    static TraceabilityState instance;
+    return instance;
+}
+
 std::optional<std::string> readPivraId(NXOpen::BasePart& part) {
     try {
         const auto title = nx::toHost(attributeTitle);
         if (!part.HasUserAttribute(title, NXObject::AttributeTypeString, noArrayIndex)) return std::nullopt;
-        return config::Trim(
+        return platform::Trim(
             nx::utf8(part.GetUserAttributeAsString(title, NXObject::AttributeTypeString, noArrayIndex)));
     } catch (...) {
         return std::nullopt;
@@ -137,7 +132,7 @@ void removeRedundantId(NXOpen::BasePart& part, const TraceabilityRecord& record)
     if (attempt([&] { return savedCompletely(part); },
                 line("Failed to save NX file after deleting redundant PIVRA_ID attribute:"))) {
         LogInfo(line("Redundant PIVRA_ID attribute deleted from NX file:"));
-        state().savedPart = true;
+        traceabilityState().savedPart = true;
         return;
     }
     LogWarning(line("PIVRA_ID attribute was deleted but the NX part could not be saved:"));
@@ -147,19 +142,19 @@ void removeRedundantId(NXOpen::BasePart& part, const TraceabilityRecord& record)
 }
 
 std::string traceabilityFailureMessage() {
-    return state().failureMessage;
+    return traceabilityState().failureMessage;
 }
 
 void clearTraceabilityFailureMessage() {
-    state().failureMessage.clear();
+    traceabilityState().failureMessage.clear();
 }
 
 bool traceabilitySavedPart() {
-    return state().savedPart;
+    return traceabilityState().savedPart;
 }
 
 void clearTraceabilitySavedPart() {
-    state().savedPart = false;
+    traceabilityState().savedPart = false;
 }
 
 }  // namespace pivra

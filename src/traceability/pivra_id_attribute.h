@@ -1,10 +1,12 @@
-// The user attribute `PIVRA_ID` of a part: reading it, and the two changes of it that are saved at once.
+// The user attribute `PIVRA_ID` of a part: reading it, the two changes of it that are saved at once, and what those
+// left for the upload to know.
 //
 // Host's thread only; no function here throws a host exception.
 #pragma once
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace NXOpen {
 class BasePart;
@@ -30,5 +32,21 @@ std::string repairLegacyId(NXOpen::BasePart& part, const std::string& label, con
 /// Deletes the attribute and saves the part, noting that a part was saved. A failed save brings the old value back in
 /// the session. A failure is logged and nothing more.
 void removeRedundantId(NXOpen::BasePart& part, const TraceabilityRecord& record);
+
+/// What identifiers leave behind in the process.
+struct TraceabilityState {
+    std::string failureMessage;
+    bool savedPart = false;
+    std::optional<std::pair<std::string, bool>> loggedSetting;  ///< `pivra_fix_legacy_id` as it was last logged
+};
+TraceabilityState& traceabilityState();
+
+/// Why an upload must stop: the first repair that failed since the message was cleared; empty when none did.
+std::string traceabilityFailureMessage();
+void clearTraceabilityFailureMessage();
+
+/// Whether a part was saved after its attribute was written or deleted, since the flag was last cleared.
+bool traceabilitySavedPart();
+void clearTraceabilitySavedPart();
 
 }  // namespace pivra

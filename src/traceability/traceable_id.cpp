@@ -2,10 +2,9 @@
 
 #include "config/properties.h"
 #include "logging/log.h"
-#include "logging/log_line.h"
-#include "nx/display_part.h"
+#include "nx/session.h"
 #include "nx/text.h"
-#include "traceability/part_label.h"
+#include "traceability/nx_uuid.h"
 #include "traceability/pivra_id_attribute.h"
 
 #include <NXOpen/BasePart.hxx>
@@ -21,7 +20,7 @@ using logging::LogInfo;
 using logging::LogLine;
 using logging::LogWarning;
 
-/// What a resolution reads of a part.
+/// What the resolution of an identifier reads from a part.
 struct Identity {
     std::string label;
     std::string internalId;
@@ -150,7 +149,7 @@ bool needsValidPivraId(const Identity& identity) {
 }
 
 void logSetting(const std::string& raw, bool enabled) {
-    static std::optional<std::pair<std::string, bool>> lastLogged;
+    auto& lastLogged = traceabilityState().loggedSetting;
     const std::pair setting(raw, enabled);
     if (lastLogged == setting) return;
     lastLogged = setting;
@@ -166,7 +165,7 @@ void warnOf(const char* head, const std::string& label) {
 
 std::string resolveDisplayTraceableId(NXOpen::BasePart* part) {
     if (part == nullptr) return {};
-    const std::string label = partLogLabel(part);
+    const std::string label = nx::partLogLabel(part);
     try {
         return displayId({label, internalIdOf(*part), false, readPivraId(*part)});
     } catch (...) {
@@ -177,7 +176,7 @@ std::string resolveDisplayTraceableId(NXOpen::BasePart* part) {
 
 std::string resolveTraceableId(NXOpen::BasePart* part) {
     if (part == nullptr) return {};
-    const std::string label = partLogLabel(part);
+    const std::string label = nx::partLogLabel(part);
     try {
         return uploadId(*part, {label, internalIdOf(*part), part == nx::displayedPart(), readPivraId(*part)});
     } catch (...) {
@@ -195,9 +194,9 @@ bool legacyIdWarningNeeded(NXOpen::BasePart* part) {
     try {
         const std::string internalId = internalIdOf(*part);
         if (internalId.empty() || isNxUuidFormat(internalId)) return false;
-        return needsValidPivraId({partLogLabel(part), internalId, false, readPivraId(*part)});
+        return needsValidPivraId({nx::partLogLabel(part), internalId, false, readPivraId(*part)});
     } catch (...) {
-        warnOf("Failed to inspect NX internal ID:", partLogLabel(part));
+        warnOf("Failed to inspect NX internal ID:", nx::partLogLabel(part));
         return false;
     }
 }

@@ -8,7 +8,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace NXOpen {
 class BasePart;
@@ -36,19 +35,5 @@ bool legacyIdWarningNeeded(NXOpen::BasePart* part);
 
 /// The setting `pivra_fix_legacy_id`, read afresh; logged when it changed since it was last logged.
 bool fixLegacyIdEnabled();
-
-/// True for 36 characters of hexadecimal digits with "-" at the positions 8, 13, 18 and 23, in either letter case.
-bool isNxUuidFormat(std::string_view text);
-
-/// A new version-4 UUID in lower case (RFC 4122, section 4.4).
-std::string generateTraceableId();
-
-/// Why an upload must stop: the first repair that failed since the message was cleared; empty when none did.
-std::string traceabilityFailureMessage();
-void clearTraceabilityFailureMessage();
-
-/// Whether a part was saved after its attribute was written or deleted, since the flag was last cleared.
-bool traceabilitySavedPart();
-void clearTraceabilitySavedPart();
 
 }  // namespace pivra

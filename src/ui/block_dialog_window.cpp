@@ -1,12 +1,11 @@
 #include "ui/block_dialog_window.h"
 
 #include "logging/log.h"
-#include "logging/log_line.h"
 #include "nx/text.h"
 #include "platform/error_text.h"
 #include "platform/module.h"
 #include "platform/text_encoding.h"
-#include "ui/callback_guard.h"
+#include "ui/message_box.h"
 
 #include <NXOpen/BlockStyler_CompositeBlock.hxx>
 #include <NXOpen/UI.hxx>

@@ -2,7 +2,7 @@
 // and their properties, the help context, closing and deletion.
 #pragma once
 
-#include "platform/window.h"
+#include "platform/desktop.h"
 #include "ui/help_context.h"
 
 #include <NXOpen/BlockStyler_BlockDialog.hxx>
@@ -30,8 +30,8 @@ class BlockDialogWindow {
     BlockDialogWindow(const BlockDialogWindow&) = delete;
     BlockDialogWindow& operator=(const BlockDialogWindow&) = delete;
 
-    /// Creates the dialog, shows it modally and deletes it. What that throws is shown in a box titled "Block Styler",
-    /// when nothing of the dialog is left.
+    /// Creates the dialog, shows it modally and deletes it. An exception is shown in a box titled "Block Styler", after
+    /// the dialog is deleted.
     void show() noexcept;
 
  protected:

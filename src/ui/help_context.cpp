@@ -2,7 +2,7 @@
 
 #include "config/properties.h"
 #include "logging/log.h"
-#include "nx/uf_session.h"
+#include "nx/session.h"
 #include "platform/text_encoding.h"
 
 #include <uf_help.h>
@@ -12,7 +12,7 @@
 namespace ui {
 namespace {
 
-// The host takes texts that are not const.
+// Not const: the host's functions take plain char pointers.
 char contextName[] = "pivrahelp";
 
 struct HelpMap {

@@ -2,11 +2,10 @@
 
 #include "logging/log.h"
 #include "nx/text.h"
+#include "platform/desktop.h"
 #include "platform/error_text.h"
-#include "platform/window.h"
 #include "ui/block_dialog_window.h"
-#include "ui/callback_guard.h"
-#include "ui/main_dialog_text.h"
+#include "ui/dialog_text.h"
 #include "ui/message_box.h"
 
 #include <NXOpen/BlockStyler_Button.hxx>
@@ -58,10 +57,10 @@ class MainDialogWindow final : public BlockDialogWindow {
         if (&changed == uploadButton_) acceptUpload();
     }
 
-    // A part that cannot be read cannot be uploaded either; the rest of the dialog works.
+    // A part that cannot be read cannot be uploaded, but the rest of the dialog works.
     void readModel() {
         try {
-            state_.isDrawing = actions_.isDrawing();
+            isDrawing_ = actions_.isDrawing();
             state_.metadata = actions_.readMetadata();
             blockingMessage_ = blockingMessage(*state_.metadata);
         } catch (...) {
@@ -89,7 +88,7 @@ class MainDialogWindow final : public BlockDialogWindow {
 
     void showWarnings() {
         const bool willBeFixed = blockingMessage_.empty() && actions_.fixLegacyIdEnabled();
-        for (const auto& warning : partWarnings(*state_.metadata, state_.isDrawing, willBeFixed)) {
+        for (const auto& warning : partWarnings(*state_.metadata, isDrawing_, willBeFixed)) {
             setLabel(warning.label, warning.text);
             setVisible(warning.group, warning.shown);
         }
@@ -124,21 +123,21 @@ class MainDialogWindow final : public BlockDialogWindow {
     }
 
     void refreshTargetWarning() {
-        state_.revisionLookup.reset();
+        revisionLookup_.reset();
         const auto* workspace = selectedWorkspace();
         if (workspace != nullptr && !state_.metadata->sourceFileId.empty()) lookUpRevision(workspace->id);
-        setVisible("targetWarningGroup", state_.revisionLookup && state_.revisionLookup->matchesLatest);
+        setVisible("targetWarningGroup", revisionLookup_ && revisionLookup_->matchesLatest);
     }
 
     void lookUpRevision(std::int64_t workspaceId) {
-        state_.revisionLookup = actions_.lookupRevision(workspaceId, *state_.workspaces, *state_.metadata);
-        const auto& failure = state_.revisionLookup->message;
+        revisionLookup_ = actions_.lookupRevision(workspaceId, *state_.workspaces, *state_.metadata);
+        const auto& failure = revisionLookup_->message;
         if (!failure.empty()) logging::LogWarning("The latest revision could not be looked up: " + failure);
     }
 
     void signOut() {
         const auto window = ownWindow();
-        state_.selectedWorkspaceId.reset();
+        state_.selectedWorkspace.reset();
         try {
             actions_.signOut();
         } catch (...) {
@@ -151,12 +150,12 @@ class MainDialogWindow final : public BlockDialogWindow {
 
     void acceptUpload() {
         const auto window = ownWindow();
-        state_.selectedWorkspaceId.reset();
+        state_.selectedWorkspace.reset();
         const auto refusal = uploadRefusal();
         if (!refusal.empty()) return ShowErrorMessage(refusal);
         const auto* workspace = selectedWorkspace();
         if (workspace == nullptr) return ShowErrorMessage(noWorkspaceSelected);
-        state_.selectedWorkspaceId = workspace->id;
+        state_.selectedWorkspace = *workspace;
         platform::postClose(window);
     }
 
@@ -168,6 +167,8 @@ class MainDialogWindow final : public BlockDialogWindow {
 
     const MainDialogActions& actions_;
     MainDialogState state_;
+    bool isDrawing_ = false;
+    std::optional<pivra::RevisionLookupResult> revisionLookup_;
     std::string blockingMessage_;
     Enumeration* workspaceList_ = nullptr;
     Button* signOutButton_ = nullptr;

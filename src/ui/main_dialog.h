@@ -35,9 +35,7 @@ struct MainDialogActions {
 struct MainDialogState {
     std::shared_ptr<pivra::ModelMetadata> metadata;                           ///< never null
     std::shared_ptr<const std::vector<cpp_piv::CppPivWorkspace>> workspaces;  ///< in display order; never null
-    bool isDrawing = false;
-    std::optional<pivra::RevisionLookupResult> revisionLookup;
-    std::optional<std::int64_t> selectedWorkspaceId;  ///< set when an upload was accepted: the upload request
+    std::optional<cpp_piv::CppPivWorkspace> selectedWorkspace;                ///< set when an upload was accepted
 };
 
 /// Shows "pivraGui.dlx" modally and returns when it has closed. Host's thread. A dialog that cannot be created or shown

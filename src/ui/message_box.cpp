@@ -2,6 +2,7 @@
 
 #include "logging/log.h"
 #include "nx/text.h"
+#include "platform/error_text.h"
 
 #include <NXOpen/NXMessageBox.hxx>
 #include <NXOpen/UI.hxx>
@@ -28,6 +29,19 @@ void showOrLog(const char* title, const std::string& message) noexcept {
     }
 }
 
+void guard(const std::function<void()>& action, void (*show)(const std::string&)) noexcept {
+    try {
+        action();
+    } catch (...) {
+        try {
+            show(platform::currentErrorText(unknownError));
+        } catch (...) {
+            // Out of memory for the text.
+            logging::LogError(unknownError);
+        }
+    }
+}
+
 }  // namespace
 
 void ShowErrorMessage(const std::string& message) {
@@ -44,6 +58,14 @@ void showFailureMessage(const std::string& message) noexcept {
 
 void showExceptionMessage(const std::string& message) noexcept {
     showOrLog("Block Styler", message);
+}
+
+void guardCallback(const std::function<void()>& callback) noexcept {
+    guard(callback, showFailureMessage);
+}
+
+void guardRun(const std::function<void()>& run) noexcept {
+    guard(run, showExceptionMessage);
 }
 
 }  // namespace ui

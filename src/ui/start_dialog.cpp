@@ -1,7 +1,7 @@
 #include "ui/start_dialog.h"
 
+#include "platform/desktop.h"
 #include "platform/error_text.h"
-#include "platform/window.h"
 #include "ui/block_dialog_window.h"
 #include "ui/message_box.h"
 
@@ -22,7 +22,7 @@ class StartDialogWindow final : public BlockDialogWindow {
 
     void update(const UIBlock& changed) override {
         if (&changed != signInButton_) return;
-        // Taken now: the action shows boxes and dialogs of its own.
+        // Asked before the action, which shows boxes and dialogs of its own.
         const auto window = ownWindow();
         try {
             signIn_();

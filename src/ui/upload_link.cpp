@@ -18,7 +18,7 @@ using nlohmann::json;
 
 constexpr std::array<const char*, 2> idNames{"revisionId", "revision_id"};
 
-/// What one entry of the response says: an id, and the address that goes with it if there is one.
+/// The revision id of one entry of the response, and the address that belongs to it, if any.
 struct Finding {
     std::string revisionId;
     std::string address;
@@ -43,7 +43,7 @@ std::string percentDecoded(std::string_view text) {
     return decoded;
 }
 
-/// Takes what stands before `separator` off the front of `text`.
+/// Removes the text before `separator`, and the separator, from the front of `text` and returns that text.
 std::string_view takeUntil(std::string_view& text, char separator) {
     const auto end = std::min(text.find(separator), text.size());
     const auto front = text.substr(0, end);
@@ -72,7 +72,7 @@ std::string idInObject(const json& object) {
     return {};
 }
 
-/// The address that carries the id itself, or else the first one.
+/// The address that contains the id; failing that, the first address.
 std::string addressInObject(const json& object, const std::string& revisionId) {
     std::string first;
     for (const auto& member : object) {

@@ -2,16 +2,14 @@
 
 #include "export/displayed_model_metadata.h"
 #include "logging/log.h"
+#include "platform/desktop.h"
 #include "platform/error_text.h"
+#include "platform/text.h"
 #include "platform/timer.h"
-#include "platform/window.h"
 #include "service/system_browser.h"
 #include "ui/block_dialog_window.h"
-#include "ui/callback_guard.h"
-#include "ui/characters.h"
-#include "ui/main_dialog_text.h"
+#include "ui/dialog_text.h"
 #include "ui/message_box.h"
-#include "ui/progress_text.h"
 #include "ui/upload_link.h"
 #include "ui/upload_work.h"
 
@@ -28,10 +26,10 @@ using namespace std::chrono_literals;
 using NXOpen::BlockStyler::Button;
 using NXOpen::BlockStyler::UIBlock;
 
-// The picture of the status is a part of its row, whatever the text beside it.
+// The status row is centred as if its text had this length, whatever it says: its bitmap takes room, too.
 constexpr std::size_t statusLength = 40;
 
-/// The blanks around the line of one row.
+/// The two labels of blanks that centre the text of one row.
 struct Row {
     const char* left;
     const char* right;
@@ -85,11 +83,11 @@ class UploadProgressWindow final : public BlockDialogWindow {
     void showRequest() {
         if (!request_->userEmail.empty()) setLabel("emailLabel", request_->userEmail);
         setLabel("versionLabel", versionText());
-        const auto text = modelWorkspaceText(request_->metadata->fileName, request_->workspaceName);
+        const auto text = modelWorkspaceText(request_->metadata->fileName, workspaceName_);
         setLabel("modelWorkspaceLabel", text);
         setTooltip("modelWorkspaceLabel", text);
         centre(statusRow, statusLength);
-        centre(modelRow, characterCount(text));
+        centre(modelRow, platform::characterCount(text));
     }
 
     void centre(const Row& row, std::size_t length) {
@@ -112,9 +110,9 @@ class UploadProgressWindow final : public BlockDialogWindow {
         startUpload(request_, state_);
     }
 
-    // A box that is shown here lets the timers tick on: such a tick finds the completion claimed and stops the timer.
+    // While a message box is open the timers go on: their ticks find the completion claimed and stop the timer.
     void poll() {
-        const auto progress = lookAt(*state_);
+        const auto progress = pollProgress(*state_);
         if (progress.completed) {
             complete();
         } else {
@@ -133,7 +131,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
         showStatus(stageView(stage, completionTime));
         const auto size = sizeText(*request_->metadata);
         setLabel("sizeSecondaryLabel", size);
-        centre(sizeRow, characterCount(size) - 2);
+        centre(sizeRow, platform::characterCount(size) - 2);
     }
 
     void showStatus(const StatusView& view) {
@@ -145,7 +143,6 @@ class UploadProgressWindow final : public BlockDialogWindow {
         const auto completionTime = pivra::formatDisplayTime(std::chrono::system_clock::now());
         {
             const std::lock_guard lock(state_->mutex);
-            state_->completionTime = completionTime;
             result_ = state_->result;
         }
         if (!result_.succeeded) return reportFailure();
@@ -157,7 +154,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
     void reportFailure() {
         showStatus(failedView());
         setVisible("spinner", false);
-        const auto report = failureReport(request_->metadata->fileName, request_->workspaceName, result_.message);
+        const auto report = failureReport(request_->metadata->fileName, workspaceName_, result_.message);
         try {
             ShowErrorMessage(report);
         } catch (...) {
@@ -185,6 +182,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
     }
 
     const std::shared_ptr<const UploadProgressRequest> request_;
+    const std::string workspaceName_ = pivra::workspaceLabel(request_->workspace.name);
     const std::shared_ptr<ProgressState> state_ = std::make_shared<ProgressState>();
     platform::WindowHandle window_ = nullptr;
     platform::ThreadTimer pollTimer_;

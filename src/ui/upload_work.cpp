@@ -1,10 +1,9 @@
 #include "ui/upload_work.h"
 
 #include "logging/log.h"
-#include "logging/log_line.h"
-#include "platform/detached_thread.h"
 #include "platform/error_text.h"
-#include "ui/callback_guard.h"
+#include "platform/thread.h"
+#include "ui/message_box.h"
 
 #include <utility>
 
@@ -13,7 +12,7 @@ namespace {
 
 using logging::LogLevel;
 
-// One lock for all of it: nobody sees the last stage without its result.
+// Under one lock, so that nobody sees the last stage without its result.
 void finish(ProgressState& state, pivra::UploadExecutionResult result) {
     const std::lock_guard lock(state.mutex);
     if (result.succeeded) state.stage = UploadStage::uploaded;
@@ -22,14 +21,14 @@ void finish(ProgressState& state, pivra::UploadExecutionResult result) {
     state.finished = true;
 }
 
-/// Ends the work with the text that `message` returns; without memory for it the report has its fixed sentence.
+/// Ends the work with the text that `message` returns. When memory runs out, the dialog shows its fixed sentence.
 template <typename Message>
 void fail(ProgressState& state, Message message) noexcept {
     pivra::UploadExecutionResult result;
     try {
         result.message = message();
     } catch (...) {
-        // Said above.
+        // Out of memory: the message stays empty.
     }
     finish(state, std::move(result));
 }
@@ -55,7 +54,7 @@ bool prepare(const UploadProgressRequest& request, ProgressState& state) noexcep
     return true;
 }
 
-/// For what was thrown after the export. Only inside a catch block.
+/// Ends the work after an exception that came after the export. Call it inside a catch block only.
 void failAfterExport(ProgressState& state) noexcept {
     fail(state, [] {
         logging::LogError("Upload failed after NX export completed: " + platform::currentErrorText(unknownError));
@@ -68,7 +67,7 @@ void logOutcome(const UploadProgressRequest& request, const pivra::UploadExecuti
         if (!result.succeeded) return "Pivra upload failed: " + result.message;
         return logging::LogLine("Pivra upload complete:")
             .quoted("file_name", request.metadata->fileName)
-            .quoted("workspace", request.workspaceName)
+            .quoted("workspace", pivra::workspaceLabel(request.workspace.name))
             .text();
     });
 }
@@ -95,7 +94,7 @@ void startUpload(const std::shared_ptr<const UploadProgressRequest>& request,
     }
 }
 
-Progress lookAt(ProgressState& state) {
+ProgressSnapshot pollProgress(ProgressState& state) {
     const std::lock_guard lock(state.mutex);
     int unclaimed = 0;
     const bool completed = state.finished && state.completionClaimed.compare_exchange_strong(unclaimed, 1);

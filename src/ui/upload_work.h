@@ -2,7 +2,7 @@
 #pragma once
 
 #include "service/upload_execution.h"
-#include "ui/progress_text.h"
+#include "ui/dialog_text.h"
 #include "ui/upload_progress_dialog.h"
 
 #include <atomic>
@@ -12,8 +12,8 @@
 
 namespace ui {
 
-/// How one upload goes. Shared by the host's thread and the worker, which may outlive the dialog. `mutex` guards every
-/// other member but the atomic one.
+/// The progress of one upload. Shared by the host's thread and the worker, which may outlive the dialog. `mutex` guards
+/// every other member but the atomic one.
 struct ProgressState {
     std::mutex mutex;
     bool started = false;
@@ -22,7 +22,6 @@ struct ProgressState {
     bool finished = false;  ///< `result` is there
     std::atomic<int> completionClaimed{0};
     bool uploadAnother = false;
-    std::string completionTime;
     pivra::UploadExecutionResult result;
 };
 
@@ -32,14 +31,14 @@ struct ProgressState {
 void startUpload(const std::shared_ptr<const UploadProgressRequest>& request,
                  const std::shared_ptr<ProgressState>& state) noexcept;
 
-/// What one look at the state finds.
-struct Progress {
+/// The state at one poll.
+struct ProgressSnapshot {
     bool completed = false;  ///< true once for each state: the work has finished and the caller handles its result
     UploadStage stage = UploadStage::preparing;
     bool terminal = false;
 };
 
-/// Looks at the state and claims its completion, in one step: a state seen as terminal has been claimed. Host's thread.
-Progress lookAt(ProgressState& state);
+/// Reads the state and claims its completion in one step: a state read as terminal has been claimed. Host's thread.
+ProgressSnapshot pollProgress(ProgressState& state);
 
 }  // namespace ui

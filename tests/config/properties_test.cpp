@@ -1,16 +1,18 @@
-#include <config/properties.h>
+#include "config/properties.h"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <platform/module.h>
 #include <support/plugin_folder.h>
+#include "config/log_settings.h"
+#include "logging/log.h"
 
 #include <sstream>
 
 namespace {
 
+namespace fs = std::filesystem;
 using config::PropertiesTable;
+using logging::LogLevel;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 PropertiesTable parse(const std::string& text) {
     std::istringstream stream(text);
@@ -22,17 +24,13 @@ TEST(PropertiesText, isReadLineByLine) {
         std::string text;
         PropertiesTable table;
     } cases[] = {
-        {"", {}},
         {"a=1", {{"a", "1"}}},
         {" \ta \t= \t1 \t\n", {{"a", "1"}}},
         {"a=1\r\nb=2\r\n", {{"a", "1"}, {"b", "2"}}},
-        {"a = b=c = d\n", {{"a", "b=c = d"}}},
-        {"a=first\na=last\n", {{"a", "last"}}},
-        {"a=1\na=\n", {{"a", ""}}},
-        {"A=1\na=2\n", {{"A", "1"}, {"a", "2"}}},
+        {"a=first\nA=other\na=\n", {{"a", ""}, {"A", "other"}}},
         {"word\n=no key\n  = no key\n\n \t\r\n", {}},
         {"#a=1\n  #b=2\n\t!c=3\nd=#4\n", {{"d", "#4"}}},
-        {"a b = c  d\n", {{"a b", "c  d"}}},
+        {"a b = c  d=e\n", {{"a b", "c  d=e"}}},
         {"\v=\f\n", {{"\v", "\f"}}},  // not among the blanks
         {"a=\\\nb=\"q\"\n", {{"a", "\\"}, {"b", "\"q\""}}},
         {"gr\xC3\xB6\xC3\x9F=\xFF\n", {{"gr\xC3\xB6\xC3\x9F", "\xFF"}}},
@@ -44,16 +42,9 @@ TEST(PropertiesText, byteOrderMarkIsPassedOverOnTheFirstLineOnly) {
     const std::string mark = "\xEF\xBB\xBF";
     EXPECT_EQ(parse(mark + "a=1\n"), parse("a=1\n"));
     EXPECT_EQ(parse(mark + "#a=1\n"), PropertiesTable());
-    EXPECT_EQ(parse(mark), PropertiesTable());
     EXPECT_EQ(parse("\xEF\xBB"), PropertiesTable());
     EXPECT_EQ(parse("\n" + mark + "a=1\n"), (PropertiesTable{{mark + "a", "1"}}));
     EXPECT_EQ(parse(mark + mark + "a=1\n"), (PropertiesTable{{mark + "a", "1"}}));
-}
-
-TEST(PropertiesText, trimKnowsFourBlanks) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"", ""}, {" \t\r\n", ""}, {"\r\n a b\t", "a b"}, {"\va\f", "\va\f"}, {"a", "a"}};
-    for (const auto& [text, trimmed] : cases) EXPECT_EQ(config::Trim(text), trimmed);
 }
 
 TEST(Properties, aNewReadingReplacesTheTable) {
@@ -67,19 +58,14 @@ TEST(Properties, aNewReadingReplacesTheTable) {
     EXPECT_TRUE(config::LoadProperties());
     EXPECT_EQ(config::GetProperty("a"), "3");
     EXPECT_EQ(config::GetProperty("b"), "");
-    std::filesystem::remove(config::PropertiesFilePath());
+    fs::remove(config::PropertiesFilePath());
     EXPECT_FALSE(config::LoadProperties());
     EXPECT_EQ(config::GetProperty("a"), "");
-}
-
-TEST(Properties, lieBesideTheModuleAndElseInTheCurrentDirectory) {
-    const test_support::PluginFolder folder;
-    EXPECT_EQ(config::PropertiesFilePath(), folder.path() / "pivra.properties");
     test_support::setModuleFileName({});
-    EXPECT_EQ(config::PropertiesFilePath(), std::filesystem::path("pivra.properties"));
+    EXPECT_EQ(config::PropertiesFilePath(), fs::path("pivra.properties")) << "without a module";
 }
 
-TEST(BooleanSetting, acceptsItsWordsInAnyCase) {
+TEST(BooleanSetting, acceptsItsWordsInAnyCaseAndWarnsOfOthers) {
     const test_support::PluginFolder folder;
     folder.startLogging();
     const auto before = folder.logLines();
@@ -94,20 +80,61 @@ TEST(BooleanSetting, acceptsItsWordsInAnyCase) {
         EXPECT_FALSE(config::ParseBooleanSetting("k", nothing, false));
     }
     EXPECT_EQ(folder.logLines(), before);
+    EXPECT_TRUE(config::ParseBooleanSetting("k", "Maybe", true));
+    EXPECT_FALSE(config::ParseBooleanSetting("k", "2", false));
+    EXPECT_EQ(folder.logLines().size(), before.size() + 2) << "a warning each";
 }
 
-TEST(BooleanSetting, anythingElseCostsAWarning) {
-    const test_support::PluginFolder folder;
-    folder.startLogging();
-    EXPECT_TRUE(config::ParseBooleanSetting("pivra_fix_legacy_id", "Maybe", true));
-    EXPECT_FALSE(config::ParseBooleanSetting("other", "2", false));
-    const auto lines = folder.logLines();
-    ASSERT_GE(lines.size(), 2u);
-    EXPECT_EQ(lines[lines.size() - 2],
-              "[WARNING] [Pivra] pivra.properties: unrecognized value for pivra_fix_legacy_id: \"Maybe\"; "
-              "using default true.");
-    EXPECT_EQ(lines.back(),
-              "[WARNING] [Pivra] pivra.properties: unrecognized value for other: \"2\"; using default false.");
+class LogSettings : public testing::Test {
+ protected:
+    /// One run with `level` as the setting's text.
+    void runAtLevel(const std::string& level) const {
+        folder_.writeProperties("pivra_nx_log_directory=logs\npivra_nx_log_level=" + level + "\n");
+        config::ApplyLogSettings();
+    }
+
+    test_support::PluginFolder folder_;
+};
+
+TEST_F(LogSettings, everyWordForALevelIsKnown) {
+    const std::pair<const char*, LogLevel> cases[] = {{"debug", LogLevel::debug},     {"Info", LogLevel::info},
+                                                      {"WARNING", LogLevel::warning}, {"warn", LogLevel::warning},
+                                                      {"error", LogLevel::error},     {"OFF", LogLevel::off},
+                                                      {"none", LogLevel::off},        {"Disabled", LogLevel::off}};
+    for (const auto& [word, level] : cases) {
+        runAtLevel(word);
+        EXPECT_EQ(logging::currentLevel(), level) << word;
+    }
+}
+
+TEST_F(LogSettings, aChangeIsSaidOnceWhateverTheLevelAndAnUnknownWordEachRun) {
+    for (const char* word : {"", "", "debug", "debug", "warn", "off", "verbose", "verbose", "error", ""}) {
+        runAtLevel(word);
+        if (std::string(word) == "verbose") {
+            EXPECT_EQ(logging::currentLevel(), LogLevel::off);
+        }
+    }
+    const std::string set = "[INFO] [Pivra] Log level set to ";
+    const auto unknown = testing::HasSubstr("\"verbose\"");
+    EXPECT_THAT(folder_.logLines(),
+                ElementsAre(set + "INFO (default)", set + "DEBUG (properties)", set + "WARNING (properties)", unknown,
+                            unknown, set + "ERROR (properties)", set + "INFO (default)"));
+    fs::remove(folder_.path() / "logs" / logging::logFileName);
+    runAtLevel("");
+    EXPECT_THAT(folder_.logLines(), ElementsAre(set + "INFO (default)")) << "a new file";
+}
+
+TEST_F(LogSettings, unusableOrMissingDirectoryCostsTheLogAlone) {
+    folder_.writeFile("blocked", "x");
+    folder_.writeProperties("pivra_nx_log_directory = blocked/logs\n");
+    EXPECT_NO_THROW(config::ApplyLogSettings());
+    EXPECT_FALSE(logging::IsLogFilePresent());
+
+    test_support::setModuleFileName({});
+    EXPECT_EQ(config::defaultLogDirectory(), folder_.localAppData() / "Pivra" / "NX" / "logs");
+    test_support::setEnvironment("LOCALAPPDATA", {});
+    config::ApplyLogSettings();
+    EXPECT_TRUE(logging::LogFilePath("x").empty());
 }
 
 }  // namespace

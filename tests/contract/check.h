@@ -1,70 +1,61 @@
-// A check of one thing that the plug-in takes for granted of its host.
+// What the checks of the host share.
 //
-// Checks run on the host's thread. They write to no part and save none. They call the host through src/nx and
-// src/platform where the plug-in does.
+// Checks run on the host's thread, with the C interface's bracket open. They write to no part and save none. They call
+// the host through src/nx and src/platform where the plug-in does.
 #pragma once
 
-#include <nx/uf_session.h>
+#include "nx/session.h"
+#include "nx/text.h"
+#include "platform/environment.h"
+#include "platform/text_encoding.h"
 
+#include <uf.h>
+
+#include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace contract {
 
-struct Check {
-    /// The row of docs/real-host.md that says what is assumed.
-    const char* name;
-    /// Returns what was seen instead (UTF-8), empty when the host does as assumed. Throws Needs, and whatever the host
-    /// throws, which is a finding too.
-    std::string (*look)();
-};
+/// Returns when the host does as assumed, and otherwise throws what was seen instead: what the host throws is a finding
+/// too. Throws Needs when the session lacks what the check is tried on.
+using Look = void (*)();
 
-/// Thrown when the session lacks what a check is tried on.
 struct Needs {
     std::string what;
 };
 
-std::vector<Check> hostChecks();
-std::vector<Check> dialogChecks();
-std::vector<Check> partChecks();
-std::vector<Check> assemblyChecks();
-std::vector<Check> drawingChecks();
-std::vector<Check> managedChecks();
+/// Adds a check; the row of its name in docs/real-host.md says what is assumed.
+void check(const char* name, Look look);
 
-/// The next dialog check shows the dialog again.
-void forgetDialog();
+void addHostChecks();
+void addDialogChecks();
+void addPartChecks();
 
-inline std::string unless(bool asAssumed, const std::string& seen) {
-    return asAssumed ? std::string() : seen;
+/// Shows the dialog, which calls `tryChecks` when it is shown, pressed and closed. Nothing once it was pressed.
+void showDialog(void (*tryChecks)());
+
+inline void expect(bool asAssumed, const std::string& seen) {
+    if (!asAssumed) throw std::runtime_error(seen);
 }
 
-/// What was seen of calls that should return 0.
-class Statuses {
- public:
-    void note(const std::string& call, int status) {
-        if (status != 0) seen_ += (seen_.empty() ? "" : ", ") + call + " gives status " + std::to_string(status);
+/// Calls of the C interface and the statuses that they returned.
+using Calls = std::vector<std::pair<const char*, int>>;
+
+inline void succeed(const Calls& calls) {
+    std::string failed;
+    for (const auto& [call, status] : calls) {
+        if (status != 0)
+            failed += (failed.empty() ? "" : ", ") + std::string(call) + " gives " + std::to_string(status);
     }
-    const std::string& seen() const { return seen_; }
-
- private:
-    std::string seen_;
-};
-
-/// For a call whose failure leaves nothing to look at.
-inline void require(const std::string& call, int status) {
-    Statuses statuses;
-    statuses.note(call, status);
-    if (status != 0) throw std::runtime_error(statuses.seen());
+    expect(failed.empty(), failed);
 }
 
-/// The bracket of the C interface, which must open.
-class Bracket {
- public:
-    Bracket() { require("UF_initialize", session_.status()); }
-
- private:
-    nx::UfSession session_;
-};
+/// The user's folder for temporary files.
+inline std::filesystem::path temporaryFolder() {
+    return platform::userTempDirectory().value_or(".");
+}
 
 }  // namespace contract

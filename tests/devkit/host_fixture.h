@@ -1,8 +1,7 @@
 // A fresh stand-in host with a folder for its parts, layouts and exports.
 #pragma once
 
-#include <devkit/gate.h>
-#include <devkit/live_objects.h>
+#include <devkit/call_interceptor.h>
 #include <devkit/session.h>
 #include <gmock/gmock.h>
 #include <support/plugin_folder.h>
@@ -17,9 +16,8 @@ namespace devkit_test {
 class HostTest : public testing::Test {
  protected:
     HostTest() {
-        gate.reset();
+        interceptor.reset();
         session.reset();
-        devkit::liveObjects() = {};
         session.onEvent = [this](const std::string& kind, const nlohmann::json& facts) {
             events.push_back(kind + " " + facts.dump());
         };
@@ -32,10 +30,9 @@ class HostTest : public testing::Test {
         return session.addPart(part);
     }
     void load(const std::string& json) const { devkit::loadSession(nlohmann::json::parse(json), folder.path()); }
-    void edit(const std::string& json) const { devkit::editPart(nlohmann::json::parse(json), folder.path()); }
 
     test_support::PluginFolder folder;
-    devkit::Gate& gate = devkit::Gate::instance();
+    devkit::CallInterceptor& interceptor = devkit::CallInterceptor::instance();
     devkit::Session& session = devkit::Session::instance();
     std::vector<std::string> events;
 };

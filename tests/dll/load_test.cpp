@@ -1,15 +1,12 @@
 // The built library as the host treats it: loaded, run, cleaned up and unloaded, again and again.
-#include <devkit/gate.h>
+#include "library.h"
+
+#include <devkit/call_interceptor.h>
 #include <devkit/session.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <support/plugin_folder.h>
-
-#ifdef _WIN32
-#include <windows.h>
-#else
-#include <dlfcn.h>
-#endif
+#include <support/scripted_host.h>
 
 #include <filesystem>
 #include <functional>
@@ -18,35 +15,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-class Library {
- public:
-#ifdef _WIN32
-    explicit Library(const fs::path& file) : module_(LoadLibraryW(file.c_str())) {}
-    ~Library() {
-        FreeLibrary(module_);
-    }
-    template <typename Function>
-    Function* find(const char* name) const {
-        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
-    }
-
- private:
-    HMODULE module_;
-#else
-    explicit Library(const fs::path& file) : module_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {}
-    ~Library() {
-        dlclose(module_);
-    }
-    template <typename Function>
-    Function* find(const char* name) const {
-        return reinterpret_cast<Function*>(dlsym(module_, name));
-    }
-
- private:
-    void* module_;
-#endif
-};
 
 /// What the process holds of the system: its handles and threads.
 std::size_t held() {
@@ -63,17 +31,11 @@ std::size_t held() {
 }
 
 void useOnce() {
-    const Library library(PIVRA_LIBRARY);
-    auto* run = library.find<void(char*, int*, int)>("ufusr");
-    auto* askUnload = library.find<int()>("ufusr_ask_unload");
-    auto* cleanUp = library.find<void()>("ufusr_cleanup");
-    ASSERT_TRUE(run != nullptr && askUnload != nullptr && cleanUp != nullptr);
-    char parameter[1] = "";
-    int result = 0;
-    run(parameter, &result, 0);
-    run(parameter, &result, 0);
-    EXPECT_EQ(askUnload(), 3);
-    cleanUp();
+    const Plugin plugin(PIVRA_LIBRARY);
+    plugin.run();
+    plugin.run();
+    EXPECT_EQ(plugin.askUnload(), 3);
+    plugin.cleanUp();
 }
 
 // Whether the module is loaded; adds no reference.
@@ -111,20 +73,17 @@ TEST(ThreadsOfALibrary, keepItLoadedUntilTheyEnd) {
 
 TEST(BuiltLibrary, canBeLoadedRunAndUnloadedManyTimes) {
     const test_support::PluginFolder folder;
-    auto& gate = devkit::Gate::instance();
-    gate.reset();
-    auto& session = devkit::Session::instance();
-    session.reset();
-    session.applicationFolders = {PIVRA_APPLICATION_FOLDER};
+    test_support::ScriptedHost host;
+    auto& interceptor = devkit::CallInterceptor::instance();
     useOnce();  // what the process keeps for good, it has from now on
     const auto before = held();
     constexpr std::size_t rounds = 40;
     for (std::size_t round = 0; round < rounds; ++round) useOnce();
     EXPECT_LE(held(), before + 2);
-    EXPECT_EQ(gate.counts().at("NXOpen::UI::CreateDialog"), 2 * (rounds + 1));
-    EXPECT_THAT(gate.violations(), testing::IsEmpty());
-    EXPECT_EQ(gate.bracketDepth(), 0);
-    EXPECT_THAT(session.helpContexts, testing::IsEmpty());
+    EXPECT_EQ(interceptor.counts().at("NXOpen::UI::CreateDialog"), 2 * (rounds + 1));
+    EXPECT_THAT(interceptor.violations(), testing::IsEmpty());
+    EXPECT_EQ(interceptor.bracketDepth(), 0);
+    EXPECT_THAT(devkit::Session::instance().helpContexts, testing::IsEmpty());
 }
 
 }  // namespace

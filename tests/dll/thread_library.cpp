@@ -1,5 +1,5 @@
 // A library whose thread may outlive its unloading.
-#include <platform/detached_thread.h>
+#include "platform/thread.h"
 
 #ifdef _WIN32
 #define EXPORTED __declspec(dllexport)

@@ -1,9 +1,11 @@
 // Native and managed parts in the stand-in host, with real files, and the folder that they are exported into.
 #pragma once
 
-#include <export/session_temp_directories.h>
-#include <platform/text_encoding.h>
-#include <traceability/parts_fixture.h>
+#include <support/parts_fixture.h>
+#include "export/assembly_checks.h"
+#include "export/export_run.h"
+#include "export/session_temp_directories.h"
+#include "platform/text_encoding.h"
 
 #include <filesystem>
 
@@ -11,9 +13,16 @@ namespace export_test {
 
 namespace fs = std::filesystem;
 
+using pivra::ExportRun;
+using pivra::IdentifierForm;
 using platform::utf8FromPath;
+using test_support::readFile;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
 
-class ExportTest : public parts_test::PartsTest {
+class ExportTest : public test_support::PartsTest {
  protected:
     ~ExportTest() override {
         pivra::cleanupSessionTempDirectory();
@@ -46,6 +55,20 @@ class ExportTest : public parts_test::PartsTest {
         return session.addPart(part);
     }
 
+    // The checks of an assembly, each in a run of its own.
+    static bool hasUnsavedComponent(NXOpen::BasePart* part) {
+        ExportRun run(IdentifierForm::display);
+        return pivra::hasUnsavedComponent(part, run);
+    }
+    static bool hasUnsupportedComponent(NXOpen::BasePart* part) {
+        ExportRun run(IdentifierForm::display);
+        return pivra::hasUnsupportedComponent(part, run);
+    }
+    static bool hasUnsavedChanges(NXOpen::BasePart* part, bool isDrawing) {
+        ExportRun run(IdentifierForm::display);
+        return pivra::hasUnsavedChanges(part, isDrawing, run);
+    }
+
     static void place(devkit::PartData& assembly, const std::vector<std::string>& parts) {
         for (const auto& part : parts) assembly.components.push_back({"", part, true});
     }
@@ -55,13 +78,10 @@ class ExportTest : public parts_test::PartsTest {
         return object(part.name);
     }
 
-    static std::string labelOf(const devkit::PartData& part) {
-        return "part=\"" + part.fullPath + " (" + part.leaf + ")\"";
+    /// The folder that the exports of a run for `part` go into.
+    static fs::path exportFolder(const devkit::PartData& part) {
+        return pivra::sessionTempDirectory(part.uniqueIdentifier);
     }
-
-    /// The folder that exports under `key` go into.
-    fs::path exportFolder(const std::string& key) const { return pivra::sessionTempDirectory(key); }
-    fs::path exportFolder(const devkit::PartData& part) const { return exportFolder(part.uniqueIdentifier); }
 
     static void setWrittenBefore(const fs::path& file) {
         fs::last_write_time(file, fs::last_write_time(file) - std::chrono::seconds(10));

@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <platform/growing_buffer.h>
+#include "platform/windows_support.h"
 
 #include <algorithm>
 #include <vector>
@@ -9,10 +9,10 @@ namespace {
 /// A system that holds `text` and cuts it to the room there is, as `GetModuleFileNameW` does.
 struct CuttingSystem {
     std::wstring text;
-    std::vector<std::size_t> rooms;
+    std::size_t calls = 0;
 
     std::size_t operator()(wchar_t* buffer, std::size_t size) {
-        rooms.push_back(size);
+        ++calls;
         const auto written = std::min(text.size(), size - 1);
         std::copy_n(text.begin(), written, buffer);
         return text.size() < size ? written : size;
@@ -39,48 +39,32 @@ std::wstring textOf(std::size_t length) {
 }
 
 TEST(GrowingBuffer, readsACutTextWhole) {
-    const struct {
-        std::size_t length;
-        std::vector<std::size_t> rooms;
-    } cases[] = {{1, {260}},
-                 {258, {260}},
-                 {259, {260, 520}},  // fills the buffer, so it may have been cut
-                 {260, {260, 520}},
-                 {519, {260, 520, 1040}},
-                 {32767, {260, 520, 1040, 2080, 4160, 8320, 16640, 33280}}};
-    for (const auto& [length, rooms] : cases) {
-        CuttingSystem system{textOf(length), {}};
-        EXPECT_EQ(platform::readCuttingCall(std::ref(system)), system.text) << length;
-        EXPECT_EQ(system.rooms, rooms) << length;
+    // A text that fills the buffer may have been cut.
+    const std::pair<std::size_t, std::size_t> cases[] = {{1, 1}, {258, 1}, {259, 2}, {519, 3}, {32767, 8}};
+    for (const auto& [length, calls] : cases) {
+        CuttingSystem system{textOf(length)};
+        EXPECT_EQ(platform::readTruncatedText(std::ref(system)), system.text) << length;
+        EXPECT_EQ(system.calls, calls) << length;
     }
-}
-
-TEST(GrowingBuffer, failureAtAnyRoundGivesNoText) {
     for (const std::size_t answers : {0u, 2u}) {
         std::size_t call = 0;
-        const auto text =
-            platform::readCuttingCall([&](wchar_t*, std::size_t size) { return call++ < answers ? size : 0; });
-        EXPECT_TRUE(text.empty());
+        const auto failing = [&](wchar_t*, std::size_t size) { return call++ < answers ? size : 0; };
+        EXPECT_TRUE(platform::readTruncatedText(failing).empty()) << "a failure at any round";
         EXPECT_EQ(call, answers + 1);
     }
 }
 
 TEST(GrowingBuffer, readsAMeasuredTextWhole) {
-    const struct {
-        std::vector<std::size_t> lengths;
-        std::size_t calls;
-    } cases[] = {{{0}, 1}, {{259}, 1}, {{260}, 2}, {{32767}, 2}, {{300, 400}, 3}, {{300, 5}, 2}};
+    const std::pair<std::vector<std::size_t>, std::size_t> cases[] = {
+        {{0}, 1}, {{259}, 1}, {{260}, 2}, {{300, 400}, 3}, {{300, 5}, 2}};
     for (const auto& [lengths, calls] : cases) {
         MeasuringSystem system;
         for (const auto length : lengths) system.texts.push_back(textOf(length));
-        EXPECT_EQ(platform::readMeasuringCall(std::ref(system)), system.texts.back()) << lengths.back();
+        EXPECT_EQ(platform::readSizedText(std::ref(system)), system.texts.back()) << lengths.back();
         EXPECT_EQ(system.calls, calls) << lengths.back();
     }
-}
-
-TEST(GrowingBuffer, absentIsNotEmpty) {
     const auto absent = [](wchar_t*, std::size_t) -> std::optional<std::size_t> { return std::nullopt; };
-    EXPECT_FALSE(platform::readMeasuringCall(absent).has_value());
+    EXPECT_FALSE(platform::readSizedText(absent).has_value()) << "which is not empty";
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 // What only Windows can be asked.
 #include <gtest/gtest.h>
-#include <platform/environment.h>
-#include <platform/files.h>
-#include <platform/remove_tree.h>
-#include <platform/text_encoding.h>
 #include <support/plugin_folder.h>
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/remove_tree.h"
+#include "platform/text_encoding.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 // A sign-in without service, browser or threads: every answer is scripted, and the background task runs when told to.
 #pragma once
 
-#include <service/auth_session.h>
+#include "service/auth_session.h"
 
 #include <functional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "scripted_sign_in.h"
 
-#include <service/upload_execution.h>
+#include "service/upload_execution.h"
 
 #include <gmock/gmock.h>
 #include <functional>
@@ -28,26 +28,18 @@ std::vector<std::string> described(const std::vector<cpp_piv::CppPivUploadFile>&
     return texts;
 }
 
-TEST(FilesToSend, AreTheCollectedOnes) {
-    ModelMetadata metadata;
-    metadata.exportedFile = "tmp/gearbox.prt";
-    metadata.sourceFileId = "ROOT";
-    metadata.fileName = "gearbox.prt";
-    metadata.isAssembly = metadata.isPartFamily = true;
-    metadata.files = {entry("tmp/gearbox.prt", "gearbox.prt", "ROOT"), entry("", "shaft.prt", "SHAFT")};
-    EXPECT_THAT(described(filesToSend(metadata)),
-                ElementsAre("tmp/gearbox.prt|gearbox.prt|ROOT_gearbox|R-ROOT", "|shaft.prt|SHAFT|R-SHAFT"));
-}
-
-TEST(FilesToSend, IsTheExportedFileUnderItsOwnNameWhenNoneWereCollected) {
+TEST(FilesToSend, AreTheCollectedOnesOrTheExportedOneUnderItsOwnName) {
     ModelMetadata metadata;
     metadata.exportedFile = "C:\\tmp/pivra-1\\A_B.pdf";
     metadata.uploadFileName = metadata.fileName = "bracket.prt";
     metadata.sourceFileId = "ABC";
     metadata.revision = "C";
     EXPECT_THAT(described(filesToSend(metadata)), ElementsAre("C:\\tmp/pivra-1\\A_B.pdf|A_B.pdf|ABC|C"));
-    metadata.isAssembly = true;
+    metadata.isAssembly = metadata.isPartFamily = true;
     EXPECT_THAT(filesToSend(metadata), IsEmpty());
+    metadata.files = {entry("tmp/bracket.prt", "bracket.prt", "ABC"), entry("", "shaft.prt", "SHAFT")};
+    EXPECT_THAT(described(filesToSend(metadata)),
+                ElementsAre("tmp/bracket.prt|bracket.prt|ABC_bracket|R-ABC", "|shaft.prt|SHAFT|R-SHAFT"));
 }
 
 struct UploadExecution : testing::Test {
@@ -79,54 +71,37 @@ struct UploadExecution : testing::Test {
 };
 
 TEST_F(UploadExecution, SendsTheModelIntoTheRootDirectory) {
-    metadata.uploadFileName = "bracket.prt";
-    metadata.revision = "B";
-    metadata.lastModifiedUtc = "2024-05-06T07:08:09Z";
     response.entries = {{"revision", "12"}};
     const auto result = upload();
-    EXPECT_TRUE(result.attempted);
-    EXPECT_TRUE(result.succeeded);
+    EXPECT_TRUE(result.attempted && result.succeeded);
     EXPECT_EQ(result.workspaceId, 7);
     EXPECT_EQ(result.rootDirectory, 70);
     EXPECT_THAT(result.responseEntries, ElementsAre(Pair("revision", "12")));
     EXPECT_EQ(result.message, "");
     EXPECT_THAT(calls, ElementsAre("root token 7", "upload token"));
-
+    // What is not known is left out.
+    EXPECT_FALSE(sent.fileName || sent.revision || sent.lastModified || sent.sourceVersion || sent.sourceRevision);
+    EXPECT_FALSE(sent.description || sent.contentType || sent.comment);
     EXPECT_THAT(sent.workspaceDirectories, ElementsAre(Pair(7, 70)));
     EXPECT_THAT(sent.workspaceRevisions, IsEmpty());
-    EXPECT_EQ(sent.fileName, "bracket.prt");
-    EXPECT_EQ(sent.revision, "B");
-    EXPECT_EQ(sent.lastModified, "2024-05-06T07:08:09Z");
-    EXPECT_EQ(sent.sourceVersion, "1");
-    EXPECT_EQ(sent.sourceRevision, "B");
-    EXPECT_FALSE(sent.description || sent.contentType || sent.comment);
-    EXPECT_THAT(described(sent.files), ElementsAre("tmp/bracket.pdf|bracket.pdf||B"));
-}
-
-TEST_F(UploadExecution, LeavesOutWhatIsNotKnown) {
-    EXPECT_TRUE(upload().succeeded);
-    EXPECT_FALSE(sent.fileName || sent.revision || sent.lastModified || sent.sourceVersion || sent.sourceRevision);
+    EXPECT_THAT(described(sent.files), ElementsAre("tmp/bracket.pdf|bracket.pdf||"));
 }
 
 TEST_F(UploadExecution, NamesTheUpload) {
-    struct Row {
+    const struct {
         std::optional<std::string> uploadFileName;
         bool isAssembly;
         const char *entryName, *exportedFile, *fileName;
         std::optional<std::string> sent;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"given", true, "entry", "x/export", "shown", "given"},
         {"", false, "entry", "x/export", "shown", std::nullopt},
-        {std::nullopt, false, "entry", "x/export", "shown", std::nullopt},
         {"", true, "entry", "x/export", "shown", "entry"},
         {std::nullopt, true, "", "", "shown", "shown"},
         {std::nullopt, true, "", "", "", std::nullopt},
         {std::nullopt, true, "", "C:\\x\\export", "shown", "export"},
-        {std::nullopt, true, "", "C:\\x/export", "", "export"},
-        {std::nullopt, true, "", "export", "", "export"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         metadata.uploadFileName = row.uploadFileName;
         metadata.isAssembly = row.isAssembly;
         metadata.exportedFile = row.exportedFile;
@@ -138,85 +113,51 @@ TEST_F(UploadExecution, NamesTheUpload) {
 }
 
 TEST_F(UploadExecution, TheFirstObstacleDecidesTheMessage) {
-    const std::string logHint =
-        " If NX logging is enabled, check pivra-integration.log in the configured NX log "
-        "directory for export details. Then try the upload again.";
     const auto working = callbacks;
+    callbacks = {};
+    session.signOut({}, {});
+    metadata = {};
     metadata.traceabilityError = "untraceable";
     metadata.uploadBlockedReason = "blocked";
-    metadata.exportedFile.clear();
     metadata.isAssembly = true;
     metadata.files = {entry("", "root.prt", "ROOT"), entry("", "member.prt", "MEMBER")};
-    session.signOut({}, {});
-    callbacks.upload = nullptr;
 
     const auto missing = upload(8);
     EXPECT_FALSE(missing.attempted);
     EXPECT_EQ(missing.message,
               "The selected Pivra workspace was not found in the workspace list loaded by NX. Refresh the Pivra dialog "
               "and select the workspace again.");
-
-    const auto expectMessage = [this](const std::string& message) {
-        const auto result = upload();
-        EXPECT_TRUE(result.attempted);
-        EXPECT_FALSE(result.succeeded);
-        EXPECT_EQ(result.workspaceId, 7);
-        EXPECT_EQ(result.message, message);
-    };
-    expectMessage("untraceable");
-    metadata.traceabilityError.clear();
-    expectMessage("blocked");
-    metadata.uploadBlockedReason.clear();
-    expectMessage(
-        "No exported NX assembly files are available for upload. The NX export step did not produce local "
-        "files for the assembly root or members." +
-        logHint);
-    metadata.isAssembly = false;
-    const std::string noFile =
-        "No exported NX file is available for upload. The NX export step did not produce a local "
-        ".prt, or .pdf file." +
-        logHint;
-    expectMessage(noFile);
-    metadata.files.clear();
-    expectMessage(noFile);
-    metadata.exportedFile = "tmp/bracket.pdf";
-    expectMessage("No Pivra auth token is available for upload. Sign out, sign in again, and retry the upload.");
-    test_support::ScriptedSignIn().signIn(session);
     const std::string notConfigured =
         "The Pivra upload client is not fully configured. NX could not create the root-directory or upload operation "
         "needed to send the exported files.";
-    expectMessage(notConfigured);
-    callbacks = working;
-    callbacks.rootDirectory = nullptr;
-    expectMessage(notConfigured);
+    const std::pair<std::string, std::function<void()>> obstacles[] = {
+        {"untraceable", [&] { metadata.traceabilityError.clear(); }},
+        {"blocked", [&] { metadata.uploadBlockedReason.clear(); }},
+        {"No exported NX assembly files are available for upload.", [&] { metadata.isAssembly = false; }},
+        {"No exported NX file is available for upload.",
+         [&] { metadata.files.clear(), metadata.exportedFile = "tmp/bracket.pdf"; }},
+        {"No Pivra auth token is available for upload. Sign out, sign in again, and retry the upload.",
+         [&] { test_support::ScriptedSignIn().signIn(session); }},
+        {notConfigured, [&] { callbacks.upload = working.upload; }},
+        {notConfigured, [&] { callbacks = working; }},
+    };
+    for (const auto& [message, remove] : obstacles) {
+        const auto result = upload();
+        EXPECT_TRUE(result.attempted && !result.succeeded);
+        EXPECT_THAT(result.message, testing::StartsWith(message));
+        remove();
+    }
     EXPECT_THAT(calls, IsEmpty());
-    callbacks = working;
     EXPECT_TRUE(upload().succeeded);
 }
 
-TEST_F(UploadExecution, TheServicesFirstErrorIsTheMessage) {
-    response.entries = {{"revision", "12"}};
-    response.errors = {"quota", "other"};
-    const auto result = upload();
-    EXPECT_FALSE(result.succeeded);
-    EXPECT_EQ(result.message, "quota");
-    EXPECT_THAT(result.errors, ElementsAre("quota", "other"));
-    EXPECT_THAT(result.responseEntries, ElementsAre(Pair("revision", "12")));
-}
-
 TEST_F(UploadExecution, AFailureOfTheServiceEndsInAMessage) {
-    const std::string withoutDetails =
-        "Upload failed before Pivra returned details. If NX logging is enabled, check pivra-integration.log in the "
-        "configured NX log directory for the preceding export and upload events. Then try again.";
-    const std::pair<std::function<void()>, std::string> rows[] = {
-        {[] { throw std::runtime_error("connection lost"); }, "connection lost"}, {[] { throw 1; }, withoutDetails}};
-    for (const auto& [fail, message] : rows) {
-        callbacks.upload = [&fail = fail](auto&&...) -> CppPivUploadResult { return fail(), CppPivUploadResult(); };
-        const auto refused = upload();
-        EXPECT_FALSE(refused.succeeded);
-        EXPECT_EQ(refused.rootDirectory, 70);
-        EXPECT_EQ(refused.message, message);
-    }
+    response.errors = {"quota", "other"};
+    const auto refused = upload();
+    EXPECT_FALSE(refused.succeeded);
+    EXPECT_EQ(refused.message, "quota");
+    EXPECT_THAT(refused.errors, ElementsAre("quota", "other"));
+
     calls.clear();
     callbacks.rootDirectory = [](auto&&...) -> cpp_piv::CppPivDirectory { throw std::runtime_error("no directory"); };
     EXPECT_EQ(upload().message, "no directory");

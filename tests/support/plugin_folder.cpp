@@ -1,12 +1,11 @@
 #include "plugin_folder.h"
 
-#include <config/log_settings.h>
-#include <config/properties.h>
-#include <logging/log.h>
-#include <platform/environment.h>
-#include <platform/module.h>
-#include <platform/remove_tree.h>
-#include <platform/temp_path.h>
+#include "config/log_settings.h"
+#include "config/properties.h"
+#include "logging/log.h"
+#include "platform/environment.h"
+#include "platform/module.h"
+#include "platform/remove_tree.h"
 
 #include <cstdlib>
 #include <cwchar>

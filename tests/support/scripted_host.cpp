@@ -1,6 +1,6 @@
 #include "scripted_host.h"
 
-#include <devkit/gate.h>
+#include <devkit/call_interceptor.h>
 #include <devkit/session.h>
 
 #include <stdexcept>
@@ -13,28 +13,15 @@ devkit::BlockData& OpenDialog::block(const std::string& id) const {
     return *found;
 }
 
-std::string OpenDialog::text(const std::string& id, const std::string& property) const {
-    return devkit::textProperty(block(id), property);
-}
-
-bool OpenDialog::visible(const std::string& id) const {
-    return devkit::flagProperty(block(id), "Show", true);
-}
-
-void OpenDialog::choose(const std::string& enumeration, int number) {
-    block(enumeration).properties["Value"] = number;
-    press(enumeration);
-}
-
 ScriptedHost::ScriptedHost() {
-    devkit::Gate::instance().reset();
+    devkit::CallInterceptor::instance().reset();
     devkit::Session::instance().reset();
     devkit::Session::instance().applicationFolders = {PIVRA_APPLICATION_FOLDER};
-    devkit::setPresenter(this);
+    devkit::presenter() = this;
 }
 
 ScriptedHost::~ScriptedHost() {
-    devkit::setPresenter(nullptr);
+    devkit::presenter() = nullptr;
 }
 
 void ScriptedHost::show(devkit::DialogData& dialog) {
@@ -43,7 +30,6 @@ void ScriptedHost::show(devkit::DialogData& dialog) {
     dialog.onShown();
     OpenDialog open(dialog);
     user(open);
-    dialog.onClose();
 }
 
 int ScriptedHost::messageBox(const std::string& title, devkit::BoxKind kind, const std::string& message) {

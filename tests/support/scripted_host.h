@@ -18,20 +18,14 @@ class OpenDialog {
 
     const std::string& name() const { return data_.name; }
     void press(const std::string& button) { data_.onUpdate(block(button)); }
-    /// Chooses the member with that number, as the host does before it tells the dialog.
-    void choose(const std::string& enumeration, int number);
     /// The host tells the dialog again that it is shown.
     void showAgain() { data_.onShown(); }
 
-    std::string label(const std::string& id) const { return text(id, "Label"); }
-    std::string bitmap(const std::string& id) const { return text(id, "Bitmap"); }
-    std::string tooltip(const std::string& id) const { return text(id, "BalloonTooltipText"); }
-    bool visible(const std::string& id) const;
-    const std::vector<std::string>& members(const std::string& enumeration) const { return block(enumeration).members; }
+    std::string label(const std::string& id) const { return devkit::textProperty(block(id), "Label"); }
+    bool visible(const std::string& id) const { return devkit::propertyOr(block(id), "Show", true); }
 
  private:
     devkit::BlockData& block(const std::string& id) const;
-    std::string text(const std::string& id, const std::string& property) const;
 
     devkit::DialogData& data_;
 };

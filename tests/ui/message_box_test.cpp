@@ -1,47 +1,25 @@
-#include <devkit/gate.h>
-#include <support/plugin_folder.h>
-#include <support/scripted_host.h>
-#include <ui/callback_guard.h>
-#include <ui/message_box.h>
+#include "dialog_fixture.h"
 
-#include <gmock/gmock.h>
+#include "ui/message_box.h"
+
 #include <stdexcept>
 
 namespace {
 
-using testing::ElementsAre;
+using namespace ui_test;
 
-class MessageBox : public testing::Test {
- protected:
-    MessageBox() { folder.startLogging(); }
-
-    test_support::PluginFolder folder;
-    test_support::ScriptedHost host;
-};
-
-TEST_F(MessageBox, HasTitleAndKind) {
-    ui::ShowErrorMessage("Größe");
-    ui::ShowInfoMessage("日本");
-    ui::showFailureMessage("a");
-    ui::showExceptionMessage("b");
-    EXPECT_THAT(host.boxes, ElementsAre("Pivra, error: Größe", "Pivra, information: 日本", "Pivra, error: a",
-                                        "Block Styler, error: b"));
-}
-
-TEST_F(MessageBox, TellsWhatEscapes) {
+TEST_F(DialogTest, MessageBoxTellsWhatEscapes) {
     ui::guardCallback([] { throw std::runtime_error("callback"); });
-    ui::guardRun([] { throw std::runtime_error("run"); });
+    ui::guardRun([] { throw std::runtime_error("Größe"); });
     ui::guardRun([] { throw 1; });
-    EXPECT_THAT(host.boxes, ElementsAre("Pivra, error: callback", "Block Styler, error: run",
+    EXPECT_THAT(host.boxes, ElementsAre("Pivra, error: callback", "Block Styler, error: Größe",
                                         "Block Styler, error: Unknown error."));
 }
 
-TEST_F(MessageBox, IsLoggedWhenItCannotBeShown) {
-    for (const bool null : {false, true})
-        devkit::Gate::instance().addFault({"NXOpen::UI::NXMessageBox", 1u + null, 1, "", null});
+TEST_F(DialogTest, MessageBoxIsLoggedWhenItCannotBeShown) {
+    fail("NXOpen::UI::NXMessageBox", 1, true);
     EXPECT_THROW(ui::ShowErrorMessage("x"), std::exception);
-    EXPECT_THROW(ui::ShowErrorMessage("x"), std::exception);
-    devkit::Gate::instance().addFault({"NXOpen::NXMessageBox::Show", 0});
+    fail("NXOpen::NXMessageBox::Show", 0);
     ui::guardCallback([] { throw std::runtime_error("callback"); });
     ui::guardRun([] { throw std::runtime_error("run"); });
     EXPECT_THAT(folder.logLines(), testing::IsSupersetOf({"[ERROR] [Pivra] callback", "[ERROR] [Pivra] run"}));

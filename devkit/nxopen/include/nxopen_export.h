@@ -1,4 +1,4 @@
-// Marks what the stand-in host's library shows to the programs that link it.
+// What every header of the stand-in host has: the mark of what its library shows, and the model behind its classes.
 #pragma once
 
 #if defined(_WIN32)
@@ -10,3 +10,10 @@
 #else
 #define NXOPEN_EXPORT __attribute__((visibility("default")))
 #endif
+
+namespace devkit {
+struct BlockData;
+struct ComponentData;
+struct PartData;
+class DialogState;
+}  // namespace devkit

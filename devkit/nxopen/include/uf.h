@@ -8,15 +8,9 @@ NXOPEN_C int UF_initialize(void);
 /* Closes it. A failing status closes it all the same. */
 NXOPEN_C int UF_terminate(void);
 
-/* The sentence for a status. */
-NXOPEN_C int UF_get_fail_message(int fail_code, char message[133]);
-
-#define UF_APP_NONE 0
 #define UF_APP_DRAFTING 1
-#define UF_APP_GATEWAY 2
-#define UF_APP_MODELING 3
 
-/* The application that is active: one of the above. */
+/* The application that is active. */
 NXOPEN_C int UF_ask_application_module(int* module_id);
 
 /* Frees an array that a query returned; null is fine. */

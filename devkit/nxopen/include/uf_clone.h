@@ -29,9 +29,7 @@ typedef enum UF_CLONE_action_e {
     UF_CLONE_replace,
     UF_CLONE_overwrite,
     UF_CLONE_use_existing,
-    UF_CLONE_default_action,
-    UF_CLONE_exclude,
-    UF_CLONE_new_revision
+    UF_CLONE_default_action
 } UF_CLONE_action_t;
 
 typedef enum UF_CLONE_family_treatment_e {
@@ -47,11 +45,7 @@ typedef enum UF_CLONE_naming_technique_e {
     UF_CLONE_user_name
 } UF_CLONE_naming_technique_t;
 
-typedef enum UF_CLONE_name_rule_type_e {
-    UF_CLONE_replace_string,
-    UF_CLONE_prepend_string,
-    UF_CLONE_append_string
-} UF_CLONE_name_rule_type_t;
+typedef enum UF_CLONE_name_rule_type_e { UF_CLONE_replace_string } UF_CLONE_name_rule_type_t;
 
 typedef struct UF_CLONE_name_rule_def_s {
     UF_CLONE_name_rule_type_t type;

@@ -18,10 +18,6 @@ typedef unsigned int tag_t;
 typedef bool logical;
 
 #define NULL_TAG ((tag_t)0)
-#define null_tag NULL_TAG
 
-#define ERROR_OK 0
-
-/* Longest file name in characters, and the size of a buffer that holds it. */
-#define MAX_FSPEC_NCHARS 1024
-#define MAX_FSPEC_BUFSIZE (4 * MAX_FSPEC_NCHARS + 1)
+/* Size of a buffer that holds the longest file name. */
+#define MAX_FSPEC_BUFSIZE (4 * 1024 + 1)

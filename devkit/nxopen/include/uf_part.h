@@ -22,5 +22,5 @@ NXOPEN_C logical UF_PART_is_modified(tag_t part);
 
 NXOPEN_C int UF_PART_is_family_instance(tag_t part, logical* is_family_instance);
 NXOPEN_C int UF_PART_is_family_template(tag_t part, logical* is_family_template);
-/* The part's instance object, null_tag when it has none. */
+/* The part's instance object, NULL_TAG when it has none. */
 NXOPEN_C int UF_PART_ask_family_instance(tag_t part, tag_t* instance);

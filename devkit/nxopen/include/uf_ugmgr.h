@@ -3,16 +3,11 @@
 
 #include <uf_defs.h>
 
-#define UF_UGMGR_PARTNO_SIZE 128
-#define UF_UGMGR_PARTREV_SIZE 32
-#define UF_UGMGR_FTYPE_SIZE 64
-#define UF_UGMGR_FNAME_SIZE 128
-#define UF_UGMGR_NAME_SIZE 128
-#define UF_UGMGR_PARTNO_BUFSIZE (4 * UF_UGMGR_PARTNO_SIZE + 1)
-#define UF_UGMGR_PARTREV_BUFSIZE (4 * UF_UGMGR_PARTREV_SIZE + 1)
-#define UF_UGMGR_FTYPE_BUFSIZE (4 * UF_UGMGR_FTYPE_SIZE + 1)
-#define UF_UGMGR_FNAME_BUFSIZE (4 * UF_UGMGR_FNAME_SIZE + 1)
-#define UF_UGMGR_NAME_BUFSIZE (4 * UF_UGMGR_NAME_SIZE + 1)
+#define UF_UGMGR_PARTNO_BUFSIZE (4 * 128 + 1)
+#define UF_UGMGR_PARTREV_BUFSIZE (4 * 32 + 1)
+#define UF_UGMGR_FTYPE_BUFSIZE (4 * 64 + 1)
+#define UF_UGMGR_FNAME_BUFSIZE (4 * 128 + 1)
+#define UF_UGMGR_NAME_BUFSIZE (4 * 128 + 1)
 
 /* An object of the database, not of the session. */
 typedef tag_t UF_UGMGR_tag_t;

@@ -14,7 +14,7 @@ class CppPivBridgeInterface {
     /// Performs `operation` with the JSON object `request` and returns the JSON answer. Blocks until the library has
     /// answered. Throws std::runtime_error when there is no answer.
     virtual std::string call(const std::string& operation, const std::string& request) = 0;
-    /// Sets where the library's log texts go: a level of ICppPivLogger by name, and the text.
+    /// Sets where the library's log texts go: a level of ICppPivLogger by name, and the text. Before the first call.
     virtual void setLogSink(std::function<void(const std::string& level, const std::string& text)> sink) = 0;
 };
 

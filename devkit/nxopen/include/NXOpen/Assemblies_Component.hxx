@@ -6,15 +6,6 @@
 #include <cstddef>
 #include <vector>
 
-namespace devkit {
-struct ComponentData;
-struct PartData;
-}  // namespace devkit
-
-namespace NXOpen {
-class BasePart;
-}
-
 namespace NXOpen::Assemblies {
 
 class NXOPEN_EXPORT Component : public NXObject {
@@ -23,11 +14,8 @@ class NXOPEN_EXPORT Component : public NXObject {
     explicit Component(devkit::PartData& assembly) : assembly_(assembly) {}
     Component(devkit::PartData& assembly, std::size_t index) : assembly_(assembly), index_(index), isRoot_(false) {}
 
-    NXString Name() override;
-    bool IsOccurrence() override;
     /// The placed part; null when it is not loaded.
-    INXObject* Prototype() override;
-
+    INXObject* Prototype();
     NXString DisplayName();
     /// In the placed part's order. May hold nulls.
     std::vector<Component*> GetChildren();

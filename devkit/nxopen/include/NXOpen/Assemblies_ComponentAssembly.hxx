@@ -3,10 +3,6 @@
 
 #include <NXOpen/NXObject.hxx>
 
-namespace devkit {
-struct PartData;
-}
-
 namespace NXOpen::Assemblies {
 
 class Component;

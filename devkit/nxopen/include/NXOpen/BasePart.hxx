@@ -5,10 +5,6 @@
 
 #include <memory>
 
-namespace devkit {
-struct PartData;
-}
-
 namespace NXOpen {
 
 class PartSaveStatus;
@@ -25,7 +21,6 @@ class NXOPEN_EXPORT BasePart : public NXObject {
     explicit BasePart(devkit::PartData& data);
     ~BasePart() override;
 
-    NXString Name() override;
     NXString FullPath();
     NXString Leaf();
     NXString UniqueIdentifier();

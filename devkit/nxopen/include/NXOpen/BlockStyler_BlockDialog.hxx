@@ -7,28 +7,23 @@
 
 #include <memory>
 
-namespace devkit {
-class DialogState;
-}
-
 namespace NXOpen::BlockStyler {
 
 class CompositeBlock;
 class PropertyList;
 class UIBlock;
 
-/// The caller deletes it. Handlers are called on the host's thread while Show() runs and must not throw.
+/// The caller deletes it. Handlers, one of each kind, are called on the host's thread while Show() runs and must not
+/// throw.
 class NXOPEN_EXPORT BlockDialog : public TransientObject {
  public:
-    typedef Callback0<int> Close;
-    typedef Callback0<void> Initialize;
-    typedef Callback0<void> DialogShown;
-    typedef Callback1<int, UIBlock*> Update;
+    using Initialize = std::function<void()>;
+    using DialogShown = std::function<void()>;
+    using Update = std::function<int(UIBlock*)>;
 
     explicit BlockDialog(std::unique_ptr<devkit::DialogState> state);
     ~BlockDialog() override;
 
-    void AddCloseHandler(const Close& closeCb);
     void AddInitializeHandler(const Initialize& initializeCb);
     void AddDialogShownHandler(const DialogShown& dialogShownCb);
     void AddUpdateHandler(const Update& updateCb);
@@ -39,7 +34,6 @@ class NXOPEN_EXPORT BlockDialog : public TransientObject {
     CompositeBlock* TopBlock();
     /// The properties of a block; the caller deletes the list. Throws NXException for an unknown block.
     PropertyList* GetBlockProperties(const NXString& blockId);
-    PropertyList* GetBlockProperties(const char* blockId);
 
  private:
     std::unique_ptr<devkit::DialogState> state_;

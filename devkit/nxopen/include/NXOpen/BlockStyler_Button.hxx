@@ -8,10 +8,6 @@ namespace NXOpen::BlockStyler {
 class NXOPEN_EXPORT Button : public UIBlock {
  public:
     using UIBlock::UIBlock;
-
-    NXString Bitmap();
-    void SetBitmap(const NXString& bitmap);
-    void SetBitmap(const char* bitmap);
 };
 
 }  // namespace NXOpen::BlockStyler

@@ -11,7 +11,6 @@ class NXOPEN_EXPORT CompositeBlock : public UIBlock {
 
     /// The block with that id at any depth, of its own class; null when there is none.
     UIBlock* FindBlock(const NXString& blockName);
-    UIBlock* FindBlock(const char* blockName);
 };
 
 }  // namespace NXOpen::BlockStyler

@@ -5,18 +5,13 @@
 
 #include <cstddef>
 
-namespace devkit {
-struct PartData;
-}
-
 namespace NXOpen::Drawings {
 
 class NXOPEN_EXPORT DrawingSheet : public NXObject {
  public:
     DrawingSheet(devkit::PartData& part, std::size_t index) : part_(part), index_(index) {}
 
-    NXString Name() override;
-    void Open();
+    NXString Name();
 
     /// The part whose sheet it is; of the stand-in alone.
     const devkit::PartData& part() const { return part_; }

@@ -10,22 +10,14 @@ namespace NXOpen {
 
 class NXOPEN_EXPORT NXException : public std::exception {
  public:
-    static NXException Create(int errorCode);
-    static NXException Create(const char* message);
+    static NXException Create(const char* message) { return NXException(message); }
 
-    NXException(const NXException& other);
-    NXException& operator=(const NXException& other) = default;
-    ~NXException() noexcept override;
-
-    int ErrorCode() const;
     /// UTF-8.
-    const char* Message() const;
-    const char* what() const noexcept override;
+    const char* what() const noexcept override { return message_.c_str(); }
 
  private:
-    NXException(int errorCode, const std::string& message);
+    explicit NXException(const char* message) : message_(message) {}
 
-    int errorCode_;
     std::string message_;
 };
 

@@ -4,8 +4,6 @@
 #include <nxopen_export.h>
 #include <NXOpen/NXString.hxx>
 
-#include <vector>
-
 namespace NXOpen {
 
 class NXOPEN_EXPORT NXMessageBox {
@@ -14,8 +12,6 @@ class NXOPEN_EXPORT NXMessageBox {
 
     /// The answer: 1 is yes, 2 is no.
     int Show(const NXString& title, DialogType msgboxType, const NXString& message);
-    int Show(const char* title, DialogType msgboxType, const char* message);
-    int Show(const NXString& title, DialogType msgboxType, std::vector<NXString>& messages);
 };
 
 }  // namespace NXOpen

@@ -6,14 +6,11 @@
 namespace NXOpen {
 
 class BasePart;
-class Part;
 
 class NXOPEN_EXPORT PartCollection {
  public:
     /// The displayed part; null when there is none.
     BasePart* BaseDisplay();
-    /// The same as a Part; null when it is none.
-    Part* Display();
 };
 
 }  // namespace NXOpen

@@ -7,8 +7,8 @@ namespace NXOpen {
 
 class NXOPEN_EXPORT PartSaveStatus : public TransientObject {
  public:
-    PartSaveStatus(int unsavedParts, int unsavedObjects);
-    ~PartSaveStatus() override;
+    PartSaveStatus(int unsavedParts, int unsavedObjects)
+        : unsavedParts_(unsavedParts), unsavedObjects_(unsavedObjects) {}
 
     int NumberUnsavedParts();
     int NumberUnsavedObjects();

@@ -3,10 +3,6 @@
 
 #include <nxopen_export.h>
 
-namespace devkit {
-struct PartData;
-}
-
 namespace NXOpen {
 
 class PrintPDFBuilder;

@@ -5,10 +5,6 @@
 #include <NXOpen/NXString.hxx>
 #include <NXOpen/PlotSourceBuilder.hxx>
 
-namespace devkit {
-struct PartData;
-}
-
 namespace NXOpen {
 
 class NXOPEN_EXPORT PrintPDFBuilder : public Builder {
@@ -20,7 +16,6 @@ class NXOPEN_EXPORT PrintPDFBuilder : public Builder {
     void SetAction(ActionOption action);
     void SetAppend(bool append);
     void SetFilename(const NXString& filename);
-    void SetFilename(const char* filename);
     PlotSourceBuilder* SourceBuilder();
 
     /// Writes the file, one page a sheet. Throws NXException when something is missing or it cannot be written.

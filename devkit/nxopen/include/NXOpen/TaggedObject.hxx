@@ -12,10 +12,10 @@ class NXOPEN_EXPORT TaggedObject {
     TaggedObject(const TaggedObject&) = delete;
     TaggedObject& operator=(const TaggedObject&) = delete;
 
-    tag_t Tag() const;
+    tag_t Tag() const { return tag_; }
 
  protected:
-    /// Takes the next tag, under which NXObjectManager finds the object while it lives.
+    /// Takes the next tag, under which the C interface finds the object while it lives.
     TaggedObject();
 
  private:

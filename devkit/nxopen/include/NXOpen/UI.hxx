@@ -20,7 +20,6 @@ class NXOPEN_EXPORT UI : public TaggedObject {
     /// The dialog of a layout file: a full path, or a name that is looked for in the application folders and the
     /// current folder. The caller deletes it. Throws NXException when the file is missing or broken.
     BlockStyler::BlockDialog* CreateDialog(const NXString& dialogName);
-    BlockStyler::BlockDialog* CreateDialog(const char* dialogName);
 };
 
 }  // namespace NXOpen

@@ -14,7 +14,7 @@
 
 namespace devkit {
 
-using PropertyValue = std::variant<bool, int, double, std::string, std::vector<std::string>>;
+using PropertyValue = std::variant<bool, int, std::string>;
 
 /// One block: its class ("UICOMP_label", "UICOMP_button", "UICOMP_enum", "UGS::UICOMP_group", "UICOMP_separator") and
 /// its properties by interface name ("Label", "Bitmap", "Show", …). An enumeration keeps its members in `members` and
@@ -32,23 +32,34 @@ struct BlockData {
 /// A dialog: its blocks in layout order, and the plug-in's handlers, which the presenter calls on the host's thread.
 /// They never throw: an exception that leaves the plug-in's function is a violation and goes no further.
 struct DialogData {
-    std::filesystem::path file;
     std::string name;   ///< the layout's file name: "start.dlx"
     std::string title;  ///< shown title
     BlockData top;
-    std::function<void()> onInitialize;
-    std::function<void()> onShown;
-    std::function<void(BlockData& changed)> onUpdate;
-    std::function<void()> onClose;
+    std::function<void()> onInitialize = [] {};
+    std::function<void()> onShown = [] {};
+    std::function<void(BlockData& changed)> onUpdate = [](BlockData&) {};
 
     /// The block with that id, or null.
     NXOPEN_EXPORT BlockData* find(const std::string& id);
 };
 
-/// Text, flag and number of a property; the fallback (no text) when the block lacks it or has it as another type.
-NXOPEN_EXPORT std::string textProperty(const BlockData& block, const std::string& name);
-NXOPEN_EXPORT bool flagProperty(const BlockData& block, const std::string& name, bool fallback);
-NXOPEN_EXPORT int numberProperty(const BlockData& block, const std::string& name, int fallback);
+/// The value of a property; null when the block lacks it or has it as another type.
+template <class T>
+const T* property(const BlockData& block, const std::string& name) {
+    const auto found = block.properties.find(name);
+    return found == block.properties.end() ? nullptr : std::get_if<T>(&found->second);
+}
+
+/// Its value; the fallback when the block has none of that type.
+template <class T>
+T propertyOr(const BlockData& block, const std::string& name, const T& fallback) {
+    const T* value = property<T>(block, name);
+    return value != nullptr ? *value : fallback;
+}
+
+inline std::string textProperty(const BlockData& block, const std::string& name) {
+    return propertyOr(block, name, std::string());
+}
 
 /// Reads a layout file. Throws std::runtime_error with the file's name and what is wrong.
 NXOPEN_EXPORT std::unique_ptr<DialogData> readLayout(const std::filesystem::path& file);

@@ -23,10 +23,7 @@ class Presenter {
     virtual int messageBox(const std::string& title, BoxKind kind, const std::string& message) = 0;
 };
 
-/// Sets the presenter; null brings back the silent one, in which a dialog closes as soon as it is shown and a message
-/// box answers 1.
-NXOPEN_EXPORT void setPresenter(Presenter* presenter);
-/// Never null.
-NXOPEN_EXPORT Presenter* presenter();
+/// Null at first; there must be one before a dialog or a message box is shown.
+NXOPEN_EXPORT Presenter*& presenter();
 
 }  // namespace devkit

@@ -70,6 +70,9 @@ struct CloneBehaviour {
 /// "part-saved", "help-pushed", "clone", "pdf", …) and its facts.
 using EventSink = std::function<void(const std::string& kind, const nlohmann::json& facts)>;
 
+/// What the C interface has set in a clone session.
+struct CloneSession;
+
 class NXOPEN_EXPORT Session {
  public:
     static Session& instance();
@@ -97,7 +100,8 @@ class NXOPEN_EXPORT Session {
     EventSink onEvent;
     void report(const std::string& kind, const nlohmann::json& facts);
 
-    std::vector<std::string> helpContexts;  ///< the stack, top last
+    std::vector<std::string> helpContexts;       ///< the stack, top last
+    std::shared_ptr<CloneSession> cloneSession;  ///< the open one, or null
 
  private:
     std::deque<PartData> parts_;
@@ -105,11 +109,18 @@ class NXOPEN_EXPORT Session {
     std::string displayed_;
 };
 
-/// Reads the "session" object of a replay into the session: parts (their files are created under `folder`), displayed
-/// part, application module, clone behaviour, faults. Throws std::runtime_error that names the offending member.
+/// How many objects are alive that a plug-in must end itself: dialogs, property lists, save statuses and builders.
+NXOPEN_EXPORT int& liveObjects();
+
+/// Reads the "session" object of a replay, which fits the schema, into the session: parts (their files are created
+/// under `folder`), displayed part, application module, clone behaviour, faults. Throws std::runtime_error that names
+/// the offending member when names do not fit together.
 NXOPEN_EXPORT void loadSession(const nlohmann::json& description, const std::filesystem::path& folder);
 
 /// Applies the "edit" of a replay step to one part: any members of a part's description. Same failures.
 NXOPEN_EXPORT void editPart(const nlohmann::json& change, const std::filesystem::path& folder);
+
+/// Adds the fault that a session or a replay step describes; members may be absent.
+NXOPEN_EXPORT void addFault(const nlohmann::json& description);
 
 }  // namespace devkit

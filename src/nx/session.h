@@ -1,0 +1,52 @@
+// The host's session: the bracket of its C interface and the statuses of that, the displayed part, and how a part is
+// named in log lines and messages. Host's thread only.
+#pragma once
+
+#include <uf.h>
+#include <NXOpen/PartCollection.hxx>
+#include <NXOpen/Session.hxx>
+
+#include <string>
+
+namespace NXOpen {
+class BasePart;
+}
+
+namespace nx {
+
+/// `UF_initialize` on construction and, when that succeeded, `UF_terminate` on destruction. Never throws.
+class UfSession {
+ public:
+    UfSession() : status_(UF_initialize()) {}
+    ~UfSession() {
+        if (status_ == 0) UF_terminate();
+    }
+    UfSession(const UfSession&) = delete;
+    UfSession& operator=(const UfSession&) = delete;
+
+    /// True when the interface may be used.
+    explicit operator bool() const { return status_ == 0; }
+    /// What `UF_initialize` returned.
+    int status() const { return status_; }
+
+ private:
+    int status_;
+};
+
+/// Logs "<operation> failed with NX status <status>." as a warning unless `status` is 0, and returns whether it is 0.
+/// Also for destructors: never throws.
+bool checkNxStatus(const char* operation, int status) noexcept;
+
+/// The displayed part, or null when there is none, no session or no collection. Host exceptions pass.
+inline NXOpen::BasePart* displayedPart() {
+    NXOpen::Session* session = NXOpen::Session::GetSession();
+    NXOpen::PartCollection* parts = session != nullptr ? session->Parts() : nullptr;
+    return parts != nullptr ? parts->BaseDisplay() : nullptr;
+}
+
+/// "<null part>" for null; the full path, a blank and the leaf name in parentheses; the one of the two that is not
+/// empty; or "<unnamed NX part>". UTF-8. A name that the host fails to give counts as empty: a log line must not cost
+/// what it reports. Never throws a host exception.
+std::string partLogLabel(NXOpen::BasePart* part);
+
+}  // namespace nx
