@@ -99,13 +99,13 @@ TEST(AuthSession, aFlowThatFailsLeavesItsMessage) {
     for (const auto& [spoil, message] : rows) {
         SCOPED_TRACE(message);
         AuthSession session;
-        ScriptedSignIn spoilt;
-        spoil(spoilt);
+        ScriptedSignIn broken;
+        spoil(broken);
         for (const bool messageIsTaken : {true, false}) {
-            spoilt.background = nullptr;
-            const auto status = spoilt.start(session).status;
-            EXPECT_EQ(status, spoilt.background ? SignInStatus::started : SignInStatus::failed);
-            if (spoilt.background) spoilt.background();
+            broken.background = nullptr;
+            const auto status = broken.start(session).status;
+            EXPECT_EQ(status, broken.background ? SignInStatus::started : SignInStatus::failed);
+            if (broken.background) broken.background();
             EXPECT_FALSE(session.isSignedIn() || session.isInProgress());
             EXPECT_EQ(messageIsTaken ? session.takePendingMessage() : message, message);
         }

@@ -112,7 +112,7 @@ TEST_F(UploadExecution, NamesTheUpload) {
     }
 }
 
-TEST_F(UploadExecution, TheFirstObstacleDecidesTheMessage) {
+TEST_F(UploadExecution, TheFirstReasonDecidesTheMessage) {
     const auto working = callbacks;
     callbacks = {};
     session.signOut({}, {});
@@ -130,7 +130,7 @@ TEST_F(UploadExecution, TheFirstObstacleDecidesTheMessage) {
     const std::string notConfigured =
         "The Pivra upload client is not fully configured. NX could not create the root-directory or upload operation "
         "needed to send the exported files.";
-    const std::pair<std::string, std::function<void()>> obstacles[] = {
+    const std::pair<std::string, std::function<void()>> reasons[] = {
         {"untraceable", [&] { metadata.traceabilityError.clear(); }},
         {"blocked", [&] { metadata.uploadBlockedReason.clear(); }},
         {"No exported NX assembly files are available for upload.", [&] { metadata.isAssembly = false; }},
@@ -141,7 +141,7 @@ TEST_F(UploadExecution, TheFirstObstacleDecidesTheMessage) {
         {notConfigured, [&] { callbacks.upload = working.upload; }},
         {notConfigured, [&] { callbacks = working; }},
     };
-    for (const auto& [message, remove] : obstacles) {
+    for (const auto& [message, remove] : reasons) {
         const auto result = upload();
         EXPECT_TRUE(result.attempted && !result.succeeded);
         EXPECT_THAT(result.message, testing::StartsWith(message));
