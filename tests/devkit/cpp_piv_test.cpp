@@ -71,10 +71,4 @@ TEST_F(CppPivClientTest, FailuresKeepTheirMessageOrHaveNone) {
         "debug: [cpp-piv] logout\ninfo: [cpp-piv] logout\nwarning: [cpp-piv] logout\nerror: [cpp-piv] logout\n"));
 }
 
-TEST(DynamicCppPivBridge, NamesALibraryThatCannotBeLoaded) {
-    EXPECT_TRUE(failureOf([] {
-                    cpp_piv::DynamicCppPivBridge("missing folder/gopiv.dll");
-                }).starts_with("The service library \"missing folder/gopiv.dll\" cannot be loaded: "));
-}
-
 }  // namespace

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <boost/asio/ip/tcp.hpp>
 #include <chrono>
 #include <future>
@@ -84,17 +83,6 @@ TEST_F(GopivTest, WaitingEndsWithTheClient) {
     EXPECT_ANY_THROW(httpGet(address));
 }
 
-TEST_F(GopivTest, AProcessEndsWithAClientInUse) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            static const auto held = newClient();
-            EXPECT_TRUE(waitInBackground(*held, held->localAuthFlowAuthorize()).valid());
-            std::exit(0);
-        },
-        testing::ExitedWithCode(0), "");
-}
-
 TEST_F(GopivTest, LogsHoldNoSecrets) {
     const auto logger = std::make_shared<devkit_test::RecordingLogger>();
     cpp_piv::CppPivInitializeOptions logged = options();
@@ -170,46 +158,6 @@ TEST_F(GopivTest, FailedUploadsLeaveNoRevision) {
     EXPECT_EQ(client->findRevision(token, 1, "file-1", "", "", "", false, false, false, true).size(), 1U);
 }
 
-TEST_F(GopivTest, ClientsThatShareAFolderLoseNoRevision) {
-    constexpr int uploads = 8;
-    const auto file = localFile("bolt.prt", "bytes");
-    const auto work = [&] {
-        const auto client = newClient();
-        const std::string token = signIn(*client);
-        for (int n = 0; n < uploads; ++n) {
-            client->upload(token, payload({file}), false);
-        }
-    };
-    auto other = std::async(std::launch::async, work);
-    work();
-    other.get();
-    EXPECT_TRUE(std::filesystem::exists(data / "revisions" / std::to_string(1000 + 2 * uploads) / "revision.json"));
-    const std::string lines = stored("uploads.jsonl");
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 2 * uploads);
-}
-
-TEST_F(GopivTest, MisbehavesAsToldAtTheCallsMeant) {
-    const auto client = newClient();
-    describe(R"({"misbehave": {"authorize": [{"call": 1, "error": "first"}, {"call": 3, "emptyAddress": true}],
-                               "complete": [{"call": 1, "emptyToken": true}],
-                               "currentUser": [{"emptyError": true}], "listWorkspaces": [{"delayMs": 60}]}})");
-    EXPECT_EQ(failureOf([&] { client->localAuthFlowAuthorize(); }), "first");
-    EXPECT_EQ(signIn(*client), "");
-    EXPECT_EQ(client->localAuthFlowAuthorize(), "");
-    const std::string token = signIn(*client);
-    EXPECT_EQ(failureOf([&] { client->getCurrentUser(token); }), "unknown");
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(client->listWorkspaces(token, "").size(), 1U);
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(60));
-
-    const auto upload = [&] { return client->upload(token, payload({localFile("a.prt", "a")}), false); };
-    misbehave("upload", {{"errors", {"Virus found."}}, {"omitLink", true}});
-    EXPECT_EQ(upload().errors, std::vector<std::string>{"Virus found."});
-    EXPECT_FALSE(upload().entries.contains("url"));
-    misbehave("upload", {{"wrongLink", true}});
-    EXPECT_NE(upload().entries.at("url").find("revisionId=1004"), std::string::npos);
-}
-
 TEST_F(GopivTest, ABrokenDescriptionIsAnError) {
     const auto client = newClient();
     const std::string unreadable = "service.json of the development service cannot be read: ";
@@ -225,17 +173,6 @@ TEST_F(GopivTest, ABrokenDescriptionIsAnError) {
               wrong + "an entry of \"misbehave\" for \"upload\" has \"eror\", which means nothing there."}}) {
         describe(text);
         EXPECT_TRUE(failureOf([&] { client->localAuthFlowAuthorize(); }).starts_with(message)) << text;
-    }
-}
-
-TEST_F(GopivTest, OtherAddressesAreNotReached) {
-    cpp_piv::CppPivInitializeOptions elsewhere = options();
-    for (const char* address :
-         {"https://server.example.com/", "http://127.0.0.1:99999/?data=a", "http://127.0.0.1:0/"}) {
-        (*elsewhere.environment)["ServerURL"] = address;
-        EXPECT_TRUE(failureOf([&] {
-                        newClient(elsewhere)->localAuthFlowAuthorize();
-                    }).starts_with("This development library reaches only its embedded development service:"));
     }
 }
 

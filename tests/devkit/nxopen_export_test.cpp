@@ -47,26 +47,6 @@ TEST_F(NxopenExport, namesClonedFilesByTheRuleAndMembersThatAreMissing) {
     EXPECT_THAT(events, ElementsAre(R"(clone {"files":["P-1.prt"],"part":"top"})"));
 }
 
-TEST_F(NxopenExport, refusesCallsOfACloneThatAreOutOfOrder) {
-    load(R"({"parts": [{"name": "item", "managed": {"number": "1"}}]})");
-    UF_CLONE_name_rule_def_t rule{};
-    EXPECT_EQ(UF_CLONE_add_part("@DB/1/A"), UF_CLONE_err_not_active);
-    EXPECT_EQ(UF_CLONE_initialise(UF_CLONE_import_operation), UF_CLONE_err_invalid_setting);
-    EXPECT_EQ(UF_CLONE_initialise(UF_CLONE_export_operation), 0);
-    EXPECT_EQ(UF_CLONE_initialise(UF_CLONE_export_operation), UF_CLONE_err_active);
-    EXPECT_EQ(UF_CLONE_set_def_action(UF_CLONE_clone), UF_CLONE_err_invalid_setting);
-    EXPECT_EQ(UF_CLONE_set_name_rule(&rule, &failures), UF_CLONE_err_invalid_setting);
-    EXPECT_EQ(UF_CLONE_set_dryrun(true), UF_CLONE_err_invalid_setting);
-    EXPECT_EQ(UF_CLONE_add_part("/native.prt"), UF_CLONE_err_part_not_found);
-    EXPECT_EQ(UF_CLONE_add_part("@DB/1/A"), 0);
-    UF_CLONE_terminate();
-    setUpClone();
-    EXPECT_EQ(UF_CLONE_perform_clone(&failures), UF_CLONE_err_nothing_added);
-    EXPECT_EQ(UF_CLONE_set_def_directory("/no/such/directory"), 0);
-    EXPECT_EQ(UF_CLONE_add_part("@DB/1/A"), 0);
-    EXPECT_EQ(UF_CLONE_perform_clone(&failures), UF_CLONE_err_write_failed);
-}
-
 TEST_F(NxopenExport, printsTheSheetsOfThePartItself) {
     addPart("bolt").sheets = {"Sheet (1)", "größe"};
     addPart("nut").sheets = {"S"};

@@ -3,7 +3,6 @@
 #include <support/parts_fixture.h>
 #include <support/scripted_host.h>
 #include "export/session_temp_directories.h"
-#include "service/scripted_sign_in.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -15,11 +14,7 @@ using testing::ElementsAre;
 
 class Launch : public testing::Test {
  protected:
-    ~Launch() override {
-        session.shutdown();
-        session.signOut({}, {});
-        pivra::cleanupSessionTempDirectory();
-    }
+    ~Launch() override { pivra::cleanupSessionTempDirectory(); }
 
     std::size_t tempFolders() const {
         const fs::directory_iterator entries(folder.temp());
@@ -28,8 +23,6 @@ class Launch : public testing::Test {
 
     test_support::PluginFolder& folder = *test_support::FolderEnvironment::folder;
     test_support::ScriptedHost host;
-    auth::AuthSession& session = auth::AuthSession::instance();
-    test_support::ScriptedSignIn scripted;
 };
 
 /// A main dialog that was closed, with an upload into `workspaceId` or without.
@@ -74,16 +67,6 @@ TEST_F(Launch, AlternatesTheDialogsAndLeavesNoTemporaryFolder) {
     EXPECT_EQ(uploads.size(), 3U);
     EXPECT_THROW(entry::alternateDialogs(showMain, showProgress), std::runtime_error);
     EXPECT_EQ(tempFolders(), 0U);
-}
-
-TEST_F(Launch, CleansUp) {
-    scripted.start(session);
-    pivra::sessionTempDirectory("part");
-    entry::cleanUp();
-    EXPECT_EQ(tempFolders(), 0U);
-    EXPECT_FALSE(session.isInProgress());
-    scripted.background();
-    EXPECT_FALSE(session.isSignedIn()) << "a late result";
 }
 
 }  // namespace

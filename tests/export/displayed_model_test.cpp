@@ -58,30 +58,6 @@ TEST_F(DisplayedModel, managedAssemblyHasTheNewestTimeOfItsFiles) {
     EXPECT_EQ(metadata->lastModifiedUtc, pivra::formatUtcTime(platform::lastWriteTime(member)));
 }
 
-TEST_F(DisplayedModel, sizesCountOnlyOrdinaryFiles) {
-    const auto file = utf8FromPath(folder.writeFile("models/a.prt", std::string(1048576, 'x')));
-    EXPECT_EQ(pivra::totalSizeMb({{file, "elsewhere", "", "", ""},
-                                  {"", file, "", "", ""},
-                                  {"", "", "", "", ""},
-                                  {utf8FromPath(folder.path() / "models"), "", "", "", ""},
-                                  {"missing", file, "", "", ""}}),
-              2.0);
-}
-
-TEST_F(DisplayedModel, partThatWasNeverSavedIsBlockedUntouched) {
-    auto& fresh = addNative("model1", "");
-    fresh.uniqueIdentifier = "legacy";
-    display(fresh);
-    const auto metadata = std::make_shared<pivra::ModelMetadata>();
-    metadata->exportedFile = "stale";
-    metadata->files.resize(2);
-    pivra::prepareUploadFiles(metadata);
-    EXPECT_EQ(metadata->uploadBlockedReason, "Save the NX file before uploading to Pivra.");
-    EXPECT_EQ(metadata->exportedFile, "");
-    EXPECT_THAT(metadata->files, IsEmpty());
-    EXPECT_THAT(writes, IsEmpty());
-}
-
 TEST_F(DisplayedModel, changesSinceTheReadingAreSeen) {
     auto& frame = addNative("frame");
     auto& nut = addNative("nut");
@@ -138,13 +114,6 @@ TEST_F(DisplayedModelExport, equalNamesDoNotOverwriteEachOther) {
     for (std::size_t i = 0; i < copies.size(); ++i) {
         EXPECT_EQ(readFile(platform::pathFromUtf8(copies[i])), files[i].second) << copies[i];
     }
-}
-
-TEST_F(DisplayedModelExport, withoutAPartOrASourceThereIsNone) {
-    EXPECT_EQ(pivra::exportDisplayedModel(nullptr, "x", run_), "");
-    EXPECT_EQ(pivra::copyLocalModel("", run_), "");
-    EXPECT_THAT(heads(), ElementsAre("WARNING NX model export skipped because there is no displayed part.",
-                                     "WARNING Local NX model export skipped because the source path is empty."));
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "export_fixture.h"
-#include "nx/session.h"
 
-#include <support/directory_link.h>
 #include "export/assembly_checks.h"
 #include "export/part_queries.h"
 #include "platform/text.h"
@@ -31,17 +29,6 @@ TEST(FileNames, areCutAsTexts) {
 
 class PartQueries : public ExportTest {};
 
-TEST_F(PartQueries, displayedPartIsNullWhenAnythingIsMissing) {
-    EXPECT_EQ(nx::displayedPart(), nullptr);
-    const auto* part = display(addNative("bolt"));
-    EXPECT_EQ(nx::displayedPart(), part);
-    for (const char* call : {"NXOpen::Session::GetSession", "NXOpen::Session::Parts"}) {
-        interceptor.reset();
-        interceptor.addFault({call, 1, 1, "", true});
-        EXPECT_EQ(nx::displayedPart(), nullptr);
-    }
-}
-
 TEST_F(PartQueries, answersAreHarmlessWithoutTheInterface) {
     auto& item = addManaged("4711");
     item.modified = true;
@@ -61,16 +48,6 @@ TEST_F(PartQueries, answersAreHarmlessWithoutTheInterface) {
     EXPECT_FALSE(pivra::isPartModified(part));
     EXPECT_THAT(heads(), Contains("WARNING UF_initialize failed with NX status 9.").Times(4));
     EXPECT_EQ(heads().back(), "WARNING NX modified-state check failed because UF_initialize returned status 9");
-}
-
-TEST_F(PartQueries, usableSourceIsAnOrdinaryFile) {
-    const fs::path file = folder.writeFile(fs::path("models") / u8"Größe 日本.prt", "x");
-    EXPECT_TRUE(pivra::hasUsableLocalSource(utf8FromPath(file)));
-    for (const std::string& path : {std::string(), utf8FromPath(file) + "x", utf8FromPath(file.parent_path())}) {
-        EXPECT_FALSE(pivra::hasUsableLocalSource(path)) << path;
-    }
-    const test_support::DirectoryLink link(folder.path() / "models" / "link", file.parent_path());
-    EXPECT_FALSE(pivra::hasUsableLocalSource(utf8FromPath(folder.path() / "models" / "link")));
 }
 
 TEST_F(PartQueries, eachPartIsAskedOnceUntilTheFirstHit) {

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <support/plugin_folder.h>
 
-#include <cstdint>
-#include <ctime>
 #include <locale>
 #include <map>
 #include <regex>
@@ -39,15 +37,6 @@ TEST_F(Log, writesLinesFromTheCurrentLevelOn) {
     }
     logging::logUnfiltered(LogLevel::info, "said of the level");
     EXPECT_THAT(folder_.logLines(), ElementsAre("[INFO] [Pivra] said of the level"));
-}
-
-TEST_F(Log, onlyTheClientLibrarysLinesLackThePrefix) {
-    for (const char* text : {"[cpp-piv] started", "[cpp-piv]", "[cpp-piv", " [cpp-piv] late", ""}) {
-        logging::LogInfo(text);
-    }
-    EXPECT_THAT(folder_.logLines(),
-                ElementsAre("[INFO] [cpp-piv] started", "[INFO] [cpp-piv]", "[INFO] [Pivra] [cpp-piv",
-                            "[INFO] [Pivra]  [cpp-piv] late", "[INFO] [Pivra] "));
 }
 
 TEST_F(Log, bytesGoOutAsTheyAreBehindTimeAndOffset) {
@@ -107,21 +96,13 @@ TEST_F(Log, linesOfManyThreadsStayWhole) {
 
 #ifndef _WIN32
 // Zones without summer time, so that the offset does not depend on the day of the test.
-TEST_F(Log, timesAreThoseOfTheZoneAndCarryItsOffset) {
+TEST_F(Log, timesCarryTheOffsetOfTheZone) {
     for (const auto& [zone, offset] : {std::pair("<AAA>3:30", "-0330"), std::pair("<BBB>-5:45", "+0545"),
                                        std::pair("<CCC>0:30", "-0030"), std::pair("UTC0", "+0000")}) {
         test_support::setEnvironment("TZ", zone);
         fs::remove(file_);
-        const auto before = std::time(nullptr);
         logging::LogInfo("now");
-        const auto after = std::time(nullptr);
-        const auto line = test_support::readFile(file_);
-        EXPECT_EQ(line.substr(21, 5), offset);
-        std::tm fields{};
-        ASSERT_NE(::strptime(line.c_str(), "[%Y-%m-%d %H:%M:%S", &fields), nullptr) << line;
-        fields.tm_isdst = -1;
-        const auto logged = std::mktime(&fields);
-        EXPECT_TRUE(before <= logged && logged <= after) << line;
+        EXPECT_EQ(test_support::readFile(file_).substr(21, 5), offset);
     }
     test_support::setEnvironment("TZ", {});
 }
@@ -138,14 +119,6 @@ TEST(LogPath, absoluteValuesStandAndOthersAreJoined) {
     EXPECT_EQ(logging::ResolveLogPath(base, ""), base);
     EXPECT_EQ(logging::ResolveLogPath({}, "C:\\a.log"), "C:\\a.log");
     EXPECT_TRUE(logging::ResolveLogPath({}, "a.log").empty());
-}
-
-TEST(LogLine, writesFieldsInOrderAndEndsWithAFullStop) {
-    EXPECT_EQ(logging::LogLine("Head:").text(), "Head:.");
-    EXPECT_EQ(logging::LogLine("Head").quoted("a", "b c").plain("d", "e").flag("f", true).flag("g", false).text(),
-              "Head a=\"b c\" d=e f=true g=false.");
-    EXPECT_EQ(logging::LogLine("Head").number("n", std::int64_t{-9'000'000'000}).number("m", 3u).text(""),
-              "Head n=-9000000000 m=3");
 }
 
 TEST(LogLine, decimalsArePlainHoweverSmallAndWhateverTheLocale) {

@@ -2,7 +2,6 @@
 #include <support/plugin_folder.h>
 #include "platform/environment.h"
 #include "platform/error_text.h"
-#include "platform/module.h"
 #include "platform/text.h"
 #include "platform/text_encoding.h"
 #include "platform/windows_support.h"
@@ -67,22 +66,6 @@ TEST(Environment, readsValuesOfAnyLength) {
     }
     test_support::setEnvironment(name, {});
     EXPECT_FALSE(platform::environmentPath(name).has_value());
-}
-
-TEST(ModuleDirectory, isTheModulesParent) {
-    const test_support::PluginFolder folder;
-#ifdef _WIN32
-    const std::pair<fs::path, fs::path> cases[] = {
-        {L"C:\\NX\\app\\x.dll", L"C:\\NX\\app"}, {L"C:\\NX/x.dll", L"C:\\NX"}, {L"C:\\x.dll", L"C:\\"}};
-#else
-    const std::pair<fs::path, fs::path> cases[] = {{"/nx/app/x.so", "/nx/app"}, {"/nx//x.so", "/nx"}, {"/x.so", "/"}};
-#endif
-    for (const auto& [file, directory] : cases) {
-        test_support::setModuleFileName(file);
-        EXPECT_EQ(platform::moduleDirectory().native(), directory.native());
-    }
-    test_support::setModuleFileName({});
-    EXPECT_THROW(platform::moduleDirectory(), std::runtime_error);
 }
 
 }  // namespace

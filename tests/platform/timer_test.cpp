@@ -21,6 +21,7 @@ TEST(ThreadTimer, ticksUntilItIsStopped) {
     int ticks = 0;
     EXPECT_FALSE(timer.running());
     EXPECT_TRUE(timer.start(20ms, [&] { ++ticks; }));
+    EXPECT_TRUE(timer.start(20ms, [] { ADD_FAILURE() << "started twice"; }));
     EXPECT_TRUE(timer.running());
     turnMessageLoop(110ms);
     EXPECT_GE(ticks, 2);
@@ -43,15 +44,6 @@ TEST(ThreadTimer, mayBeDestroyedByItsOwnTick) {
     turnMessageLoop(60ms);
     EXPECT_EQ(ticks, 7);
     EXPECT_EQ(held.use_count(), 1);
-}
-
-TEST(ThreadTimer, tickIsRepeatedAndASecondStartChangesNothing) {
-    ThreadTimer timer;
-    int ticks = 0;
-    timer.start(10ms, [&] { ++ticks; });
-    EXPECT_TRUE(timer.start(10ms, [] { ADD_FAILURE() << "started twice"; }));
-    turnMessageLoop(80ms);
-    EXPECT_GT(ticks, 1);
 }
 
 #ifdef _WIN32

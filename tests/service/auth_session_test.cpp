@@ -10,35 +10,9 @@
 using auth::AuthSession;
 using auth::SignInStatus;
 using test_support::ScriptedSignIn;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-TEST(AuthSession, signsInAndOutThroughTheBrowser) {
-    AuthSession session;
-    ScriptedSignIn flow, other;
-    EXPECT_EQ(flow.start(session).status, SignInStatus::started);
-    EXPECT_TRUE(session.isInProgress());
-    EXPECT_FALSE(session.isSignedIn());
-    EXPECT_EQ(other.start(session).status, SignInStatus::inProgress);
-
-    flow.background();
-    EXPECT_FALSE(session.isInProgress());
-    EXPECT_EQ(session.accessToken(), "token");
-    EXPECT_EQ(session.userEmail(), "token@pivra.example");
-    EXPECT_EQ(session.takePendingMessage(), "");
-    EXPECT_EQ(other.start(session).status, SignInStatus::alreadySignedIn);
-    EXPECT_THAT(other.calls, IsEmpty());
-
-    EXPECT_EQ(session.signOut(flow.client, flow.system), "https://bye/");
-    EXPECT_FALSE(session.isSignedIn());
-    EXPECT_EQ(session.userEmail() + session.userDisplayName(), "");
-    EXPECT_THAT(flow.calls, ElementsAre("authorize https://login/", "open https://login/", "complete", "user token",
-                                        "logout", "open https://bye/"));
-    flow.signIn(session);
-    EXPECT_TRUE(session.isSignedIn());
-}
 
 TEST(AuthSession, greetsTheUserByTheBestNameThereIs) {
     const struct {

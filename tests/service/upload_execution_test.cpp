@@ -11,7 +11,6 @@ using cpp_piv::CppPivUploadPayload;
 using cpp_piv::CppPivUploadResult;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Pair;
 
 namespace {
 
@@ -69,23 +68,6 @@ struct UploadExecution : testing::Test {
         return executeUpload(workspace, workspaces, session, metadata, callbacks);
     }
 };
-
-TEST_F(UploadExecution, SendsTheModelIntoTheRootDirectory) {
-    response.entries = {{"revision", "12"}};
-    const auto result = upload();
-    EXPECT_TRUE(result.attempted && result.succeeded);
-    EXPECT_EQ(result.workspaceId, 7);
-    EXPECT_EQ(result.rootDirectory, 70);
-    EXPECT_THAT(result.responseEntries, ElementsAre(Pair("revision", "12")));
-    EXPECT_EQ(result.message, "");
-    EXPECT_THAT(calls, ElementsAre("root token 7", "upload token"));
-    // What is not known is left out.
-    EXPECT_FALSE(sent.fileName || sent.revision || sent.lastModified || sent.sourceVersion || sent.sourceRevision);
-    EXPECT_FALSE(sent.description || sent.contentType || sent.comment);
-    EXPECT_THAT(sent.workspaceDirectories, ElementsAre(Pair(7, 70)));
-    EXPECT_THAT(sent.workspaceRevisions, IsEmpty());
-    EXPECT_THAT(described(sent.files), ElementsAre("tmp/bracket.pdf|bracket.pdf||"));
-}
 
 TEST_F(UploadExecution, NamesTheUpload) {
     const struct {

@@ -14,18 +14,6 @@ namespace {
 using Workspaces = std::vector<cpp_piv::CppPivWorkspace>;
 using Revisions = std::vector<cpp_piv::CppPivFindRevisionResult>;
 
-TEST(Workspaces, areNotLoadedWithoutATokenOrAService) {
-    auth::AuthSession session;
-    EXPECT_FALSE(loadWorkspaces(session, {}).succeeded);
-    EXPECT_EQ(loadWorkspaces(session, {}).message,
-              "No Pivra auth token is available to load workspaces. Sign out, sign in again, and reopen the Pivra "
-              "dialog.");
-    test_support::ScriptedSignIn().signIn(session);
-    EXPECT_FALSE(loadWorkspaces(session, {}).succeeded);
-    EXPECT_EQ(loadWorkspaces(session, {}).message,
-              "The Pivra workspace client is not configured. NX could not request the workspace list from Pivra.");
-}
-
 TEST(RevisionLookupKey, tellsTheMembersOfAPartFamilyApart) {
     const struct {
         bool isPartFamily;

@@ -1,6 +1,5 @@
 // What a session's log says of identifiers is in tests/replays; the lines asserted here no session reaches.
 #include <support/parts_fixture.h>
-#include "nx/session.h"
 #include "platform/text.h"
 #include "traceability/nx_uuid.h"
 #include "traceability/pivra_id_attribute.h"
@@ -151,16 +150,6 @@ TEST_F(TraceableId, attributeThatCannotBeWrittenOrClearedIsReported) {
     EXPECT_THAT(heads(), Not(Contains(testing::StartsWith("WARNING Cleared"))));
 }
 
-TEST_F(TraceableId, settingKeepsLegacyPartsAsTheyAre) {
-    addDisplayedBolt(legacyId);
-    folder.startLogging("pivra_fix_legacy_id = OFF\n");
-    EXPECT_EQ(resolve(), legacyId);
-    EXPECT_EQ(resolve(), legacyId);
-    const std::string refusal = "WARNING pivra_fix_legacy_id is false; legacy NX internal ID will not be fixed";
-    EXPECT_THAT(heads(), ElementsAre("INFO pivra_fix_legacy_id is false (configured value", refusal, refusal));
-    EXPECT_THAT(writes, IsEmpty());
-}
-
 TEST_F(TraceableId, failedCleanupBringsTheAttributeBackAndBlocksNothing) {
     auto& bolt = addDisplayedBolt(uuid, otherUuid);
     bolt.save = SaveOutcome::throws;
@@ -207,16 +196,6 @@ TEST_F(TraceableId, hostFailuresStayInside) {
     interceptor.addFault({"NXOpen::NXObject::HasUserAttribute", 2});
     EXPECT_EQ(resolve(), legacyId);
     EXPECT_THAT(writes, IsEmpty());
-}
-
-TEST_F(TraceableId, partLabelNamesWhatThereIs) {
-    EXPECT_EQ(nx::partLogLabel(nullptr), "<null part>");
-    auto& bolt = addDisplayedBolt("");
-    EXPECT_EQ(nx::partLogLabel(object("bolt")), R"(C:\m\bolt.prt (bolt))");
-    interceptor.addFault({"NXOpen::BasePart::FullPath", 0});
-    EXPECT_EQ(nx::partLogLabel(object("bolt")), "bolt");
-    bolt.leaf.clear();
-    EXPECT_EQ(nx::partLogLabel(object("bolt")), "<unnamed NX part>");
 }
 
 }  // namespace

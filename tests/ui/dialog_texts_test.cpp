@@ -79,15 +79,4 @@ TEST(LeftBlanks, CentreALineOrKeepAMargin) {
     }
 }
 
-TEST(FailureReport, LeavesOutWhatIsNotKnown) {
-    EXPECT_EQ(failureReport("bolt.prt", "", "No space."),
-              "Pivra upload failed.\n\nFile: bolt.prt\n\nDetails: No space.");
-    EXPECT_EQ(failureReport("", "Main", "No space."), "Pivra upload failed.\nWorkspace: Main\n\nDetails: No space.");
-    EXPECT_EQ(
-        failureReport("", "", ""),
-        "Pivra upload failed.\n\nDetails: Pivra upload failed before returning details. If NX logging is enabled, "
-        "check pivra-integration.log in the configured NX log directory for the preceding upload events. Then try "
-        "again.");
-}
-
 }  // namespace
