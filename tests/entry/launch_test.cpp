@@ -69,4 +69,10 @@ TEST_F(Launch, AlternatesTheDialogsAndLeavesNoTemporaryFolder) {
     EXPECT_EQ(tempFolders(), 0U);
 }
 
+TEST_F(Launch, CleanUpLeavesNoTemporaryFolder) {
+    pivra::sessionTempDirectory("part");
+    entry::cleanUp();
+    EXPECT_EQ(tempFolders(), 0U);
+}
+
 }  // namespace
