@@ -42,10 +42,22 @@ HttpRequest requestFrom(const RequestMessage& message) {
             devkit::parseFields(isPost ? message.body() : target.substr(std::min(question + 1, target.size())))};
 }
 
-HttpResponse answer(const HttpHandler& handler, const RequestMessage& message) try {
+HttpResponse plainText(int status, const std::string& text) {
+    return {text + "\n", status, "", "text/plain; charset=utf-8"};
+}
+
+/// Refuses requests under another host name that leads to this computer, and forms that another site's page sends.
+HttpResponse answer(const HttpHandler& handler, const RequestMessage& message, const std::string& authority) try {
+    if (message[http::field::host] != authority) {
+        return plainText(421, "This service has no other name than " + authority + ".");
+    }
+    const std::string origin(message[http::field::origin]);
+    if (!origin.empty() && origin != "http://" + authority) {
+        return plainText(403, "Only this service's own pages may ask this.");
+    }
     return handler(requestFrom(message));
 } catch (const std::exception& error) {
-    return {std::string(error.what()) + "\n", 500, "", "text/plain; charset=utf-8"};
+    return plainText(500, error.what());
 }
 
 ResponseMessage messageFrom(const HttpResponse& response) {
@@ -80,7 +92,7 @@ struct HttpServer::Loop {
         beast::flat_buffer buffer;
         RequestMessage request;
         co_await http::async_read(socket, buffer, request, asio::use_awaitable);
-        ResponseMessage response = messageFrom(answer(handler, request));
+        ResponseMessage response = messageFrom(answer(handler, request, authority));
         co_await http::async_write(socket, response, asio::use_awaitable);
         socket.shutdown(tcp::socket::shutdown_send);
     }
@@ -102,6 +114,7 @@ struct HttpServer::Loop {
     std::optional<asio::io_context> context{std::in_place, 1};
     std::optional<tcp::acceptor> acceptor;
     unsigned short boundPort = acceptor->local_endpoint().port();
+    std::string authority = "127.0.0.1:" + std::to_string(boundPort);
     std::promise<void> ended;
 };
 

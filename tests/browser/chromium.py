@@ -6,6 +6,9 @@ import tempfile
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
 
+# A name of somebody else's that leads to this computer.
+FOREIGN_NAME = "other.example"
+
 SWITCHES = [
     "--headless=new",
     "--disable-dev-shm-usage",
@@ -17,7 +20,7 @@ SWITCHES = [
     "--no-first-run",
     "--no-proxy-server",
     "--disable-features=HttpsUpgrades,OptimizationHints,MediaRouter,Translate",
-    "--host-resolver-rules=MAP * ~NOTFOUND, EXCLUDE 127.0.0.1",
+    f"--host-resolver-rules=MAP {FOREIGN_NAME} 127.0.0.1, MAP * ~NOTFOUND, EXCLUDE 127.0.0.1",
 ]
 
 

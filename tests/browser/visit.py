@@ -18,7 +18,7 @@ from selenium.common.exceptions import WebDriverException
 from selenium.webdriver.common.by import By
 from selenium.webdriver.support.ui import WebDriverWait
 
-from chromium import chromium
+from chromium import FOREIGN_NAME, chromium
 from page_checks import check_page, texts
 
 
@@ -114,6 +114,19 @@ def check_overview(driver, report, upload):
     report.equal("workspaces: each lists its revisions", listed, wanted)
 
 
+def check_other_sites(driver, report, address):
+    """Another site's form, and another name for this computer, are turned away."""
+    origin = address.rpartition("/")[0]
+    form = f"<form method=post action='{origin}/authorize'><button name=decision value=accept>Send</button></form>"
+    driver.get("data:text/html," + urllib.parse.quote(form))
+    press(driver, "button", "Send")
+    found = driver.find_element(By.TAG_NAME, "body").text
+    report.equal("another site's form is refused", found, "Only this service's own pages may ask this.")
+    driver.get(origin.replace("127.0.0.1", FOREIGN_NAME) + "/")
+    found = driver.find_element(By.TAG_NAME, "body").text
+    report.check("another name is refused", found.startswith("This service has no other name than"), found)
+
+
 def visit_model(driver, report, address, folder):
     upload = last_upload(folder / "sandbox")
     driver.get(address)
@@ -127,6 +140,7 @@ def visit_model(driver, report, address, folder):
     check_page(driver, report, "workspaces", folder / "pictures")
     press(driver, "link", upload["fileName"])
     report.equal("workspaces: its link leads to the revision", driver.current_url, address)
+    check_other_sites(driver, report, address)
 
 
 def main():
