@@ -50,6 +50,24 @@ TEST_F(PartQueries, answersAreHarmlessWithoutTheInterface) {
     EXPECT_EQ(heads().back(), "WARNING NX modified-state check failed because UF_initialize returned status 9");
 }
 
+TEST_F(PartQueries, runAsksOnceUnlessTheHostCouldNotAnswer) {
+    addManaged("4711");
+    place(addNative("frame"), {"4711", "4711"});
+    auto* frame = object("frame");
+    auto* managed = object("4711");
+    ExportRun run(IdentifierForm::display);
+    interceptor.reset();
+    interceptor.addFault({"UF_PART_ask_part_name", 1, 9});
+    EXPECT_FALSE(run.isManaged(managed));
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_TRUE(run.isManaged(managed));
+        EXPECT_FALSE(run.isManaged(frame));
+        EXPECT_FALSE(pivra::hasUnsavedComponent(frame, run) || pivra::hasUnsupportedComponent(frame, run));
+    }
+    EXPECT_EQ(calls("UF_PART_ask_part_name"), 3u);
+    EXPECT_EQ(calls("NXOpen::Assemblies::Component::GetChildren"), 3u);
+}
+
 TEST_F(PartQueries, eachPartIsAskedOnceUntilTheFirstHit) {
     auto& nut = addNative("nut");
     place(addNative("joint"), {"nut", "nut"});

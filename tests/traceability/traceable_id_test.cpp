@@ -150,6 +150,16 @@ TEST_F(TraceableId, attributeThatCannotBeWrittenOrClearedIsReported) {
     EXPECT_THAT(heads(), Not(Contains(testing::StartsWith("WARNING Cleared"))));
 }
 
+TEST_F(TraceableId, settingKeepsLegacyPartsAsTheyAre) {
+    addDisplayedBolt(legacyId);
+    folder.startLogging("pivra_fix_legacy_id = OFF\n");
+    EXPECT_EQ(resolve(), legacyId);
+    EXPECT_EQ(resolve(), legacyId);
+    const std::string refusal = "WARNING pivra_fix_legacy_id is false; legacy NX internal ID will not be fixed";
+    EXPECT_THAT(heads(), ElementsAre("INFO pivra_fix_legacy_id is false (configured value", refusal, refusal));
+    EXPECT_THAT(writes, IsEmpty());
+}
+
 TEST_F(TraceableId, failedCleanupBringsTheAttributeBackAndBlocksNothing) {
     auto& bolt = addDisplayedBolt(uuid, otherUuid);
     bolt.save = SaveOutcome::throws;
