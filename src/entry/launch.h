@@ -18,8 +18,7 @@ void run();
 /// dialog for a user who is signed in already. Throws what the start throws.
 void signIn();
 
-/// The same for `session`. Abandons a flow that is under way, starts a new one and tells the user; calls
-/// `openMainDialog` for a user who is signed in already. Throws what the start or the box throws.
+/// The same for `session` and `client`; a user who is signed in already gets `openMainDialog`.
 void startSignIn(auth::AuthSession& session, const auth::AuthClientCallbacks& client,
                  const std::function<void()>& openMainDialog);
 

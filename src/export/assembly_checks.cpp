@@ -44,8 +44,7 @@ bool isUnsupportedFile(const std::string& file) {
 bool isUnsupported(const Placement& placed, ExportRun& run) {
     if (placed.part != nullptr && run.isManaged(placed.part)) return false;
     // The C++ interface gives the whole name of a loaded part, whatever the host's code page.
-    const std::string file =
-        placed.part != nullptr ? nx::utf8(placed.part->FullPath()) : fileOfComponent(*placed.component);
+    const std::string file = placed.part != nullptr ? nx::utf8(placed.part->FullPath()) : run.fileOf(*placed.component);
     if (!file.empty()) return isUnsupportedFile(file);
     if (placed.part == nullptr) return false;
     LogWarning(LogLine("Assembly child has unsupported loaded part source:")

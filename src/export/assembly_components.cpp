@@ -1,14 +1,11 @@
 #include "export/assembly_components.h"
 
 #include "export/part_queries.h"
+#include "nx/component_name.h"
 #include "nx/session.h"
 #include "nx/text.h"
 #include "platform/error_text.h"
 
-#include <uf_assem.h>
-#include <uf_cfi.h>
-#include <uf_defs.h>
-#include <uf_obj_types.h>
 #include <NXOpen/Assemblies_Component.hxx>
 #include <NXOpen/Assemblies_ComponentAssembly.hxx>
 #include <NXOpen/Part.hxx>
@@ -69,18 +66,12 @@ AssemblyComponents readComponents(NXOpen::BasePart* part) {
     return components;
 }
 
-std::string fileOfComponent(Component& component) {
+std::optional<std::string> fileOfComponent(Component& component) {
     const nx::UfSession session;
-    if (!nx::checkNxStatus("UF_initialize", session.status())) return {};
+    if (!nx::checkNxStatus("UF_initialize", session.status())) return std::nullopt;
     char file[MAX_FSPEC_BUFSIZE] = "";
-    char referenceSet[UF_OBJ_NAME_BUFSIZE] = "";
-    char instance[UF_CFI_MAX_FILE_NAME_BUFSIZE] = "";
-    double origin[3] = {};
-    double matrix[9] = {};
-    double transform[4][4] = {};
-    const int status =
-        UF_ASSEM_ask_component_data(component.Tag(), file, referenceSet, instance, origin, matrix, transform);
-    if (!nx::checkNxStatus("UF_ASSEM_ask_component_data", status)) return {};
+    const int status = nx::askComponentName(component.Tag(), file);
+    if (!nx::checkNxStatus("UF_ASSEM_ask_component_data", status)) return std::nullopt;
     ManagedPartName name;
     const bool isManaged = file[0] != '\0' && decodeEncodedName(file, name) == 0;
     return isManaged ? std::string() : nx::utf8FromLocale(file);

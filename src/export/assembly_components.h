@@ -44,7 +44,8 @@ struct AssemblyComponents {
 AssemblyComponents readComponents(NXOpen::BasePart* part);
 
 /// The file that a component refers to, whether or not it is loaded (UTF-8). Empty when none is known, and for a part
-/// of Teamcenter, which has a name in the database and no file. Host exceptions pass through.
-std::string fileOfComponent(NXOpen::Assemblies::Component& component);
+/// of Teamcenter, which has a name in the database and no file. Absent, with the reason in the log, when the host could
+/// not answer. Host exceptions pass through.
+std::optional<std::string> fileOfComponent(NXOpen::Assemblies::Component& component);
 
 }  // namespace pivra

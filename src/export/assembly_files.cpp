@@ -162,7 +162,7 @@ void Collection::noteUnloaded(NXOpen::Assemblies::Component& component) {
     collected_.hasUnloadedComponents = true;
     std::string name;
     if (platform::errorOf([&] { name = nx::utf8(component.DisplayName()); })) name = "unknown";
-    const std::string file = fileOfComponent(component);
+    const std::string file = run_.fileOf(component);
     if (!unloaded_.insert(file.empty() ? name : file).second) return;
     LogWarning(LogLine("Assembly member is not loaded and will not be uploaded:")
                    .quoted("component", name)

@@ -38,6 +38,14 @@ std::optional<ManagedPartName> ExportRun::managedName(NXOpen::BasePart* part) {
     return name;
 }
 
+std::string ExportRun::fileOf(NXOpen::Assemblies::Component& component) {
+    const auto found = componentFiles_.find(&component);
+    if (found != componentFiles_.end()) return found->second;
+    const auto file = fileOfComponent(component);
+    if (file) componentFiles_.emplace(&component, *file);
+    return file.value_or("");
+}
+
 fs::path ExportRun::directory() const {
     return sessionTempDirectory(sessionKey_);
 }

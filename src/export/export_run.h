@@ -27,6 +27,9 @@ class ExportRun {
     std::optional<ManagedPartName> managedName(NXOpen::BasePart* part);
     bool isManaged(NXOpen::BasePart* part) { return managedName(part).has_value(); }
 
+    /// As fileOfComponent(), empty when the host could not answer. It is asked once a component, as for managedName().
+    std::string fileOf(NXOpen::Assemblies::Component& component);
+
     IdentifierForm form() const { return form_; }
 
     /// The displayed part's identifier in the run's form. It is resolved once a run, since resolving for upload may
@@ -50,6 +53,7 @@ class ExportRun {
     std::string sessionKey_;
     std::unordered_map<NXOpen::BasePart*, AssemblyComponents> components_;
     std::unordered_map<NXOpen::BasePart*, std::optional<ManagedPartName>> managedNames_;
+    std::unordered_map<NXOpen::Assemblies::Component*, std::string> componentFiles_;
     std::unordered_map<std::string, std::size_t> uses_;  // of a file name, letter case and letters beyond ASCII apart
     std::unordered_map<std::string, std::filesystem::path> copies_;
 };

@@ -45,8 +45,8 @@ inline NXOpen::BasePart* displayedPart() {
 }
 
 /// "<null part>" for null; the full path, a blank and the leaf name in parentheses; the one of the two that is not
-/// empty; or "<unnamed NX part>". UTF-8. A name that the host fails to give counts as empty: a log line must not cost
-/// what it reports. Never throws a host exception.
+/// empty; or "<unnamed NX part>". UTF-8. A name that the host fails to give counts as empty, so that the line that
+/// names the part is still written. Never throws a host exception.
 std::string partLogLabel(NXOpen::BasePart* part);
 
 }  // namespace nx

@@ -72,9 +72,9 @@ std::optional<std::wstring> readSizedText(Read read) {
     for (;;) {
         const std::optional<std::size_t> length = read(buffer.data(), buffer.size());
         if (!length) return std::nullopt;
-        const bool fits = *length < buffer.size();
+        const bool isWhole = *length < buffer.size();
         buffer.resize(*length);
-        if (fits) return buffer;
+        if (isWhole) return buffer;
     }
 }
 

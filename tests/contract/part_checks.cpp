@@ -5,11 +5,9 @@
 
 #include "export/host_numbers.h"
 #include "nx/clone_records.h"
+#include "nx/component_name.h"
 #include "platform/files.h"
 
-#include <uf_assem.h>
-#include <uf_cfi.h>
-#include <uf_obj_types.h>
 #include <uf_part.h>
 #include <uf_ugmgr.h>
 #include <NXOpen/Assemblies_Component.hxx>
@@ -83,13 +81,7 @@ Component& unloaded() {
 /// The file or database name of the part that `unloaded()` places, as the C interface gives it.
 std::string unloadedName() {
     char name[MAX_FSPEC_BUFSIZE] = "";
-    char set[UF_OBJ_NAME_BUFSIZE] = "";
-    char instance[UF_CFI_MAX_FILE_NAME_BUFSIZE] = "";
-    double origin[3] = {};
-    double matrix[9] = {};
-    double transform[4][4] = {};
-    succeed({{"UF_ASSEM_ask_component_data",
-              UF_ASSEM_ask_component_data(unloaded().Tag(), name, set, instance, origin, matrix, transform)}});
+    succeed({{"UF_ASSEM_ask_component_data", nx::askComponentName(unloaded().Tag(), name)}});
     return name;
 }
 

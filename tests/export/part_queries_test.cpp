@@ -52,7 +52,9 @@ TEST_F(PartQueries, answersAreHarmlessWithoutTheInterface) {
 
 TEST_F(PartQueries, runAsksOnceUnlessTheHostCouldNotAnswer) {
     addManaged("4711");
-    place(addNative("frame"), {"4711", "4711"});
+    auto& assembly = addNative("frame");
+    place(assembly, {"4711", "4711"});
+    assembly.components.push_back({"", "4711", false});
     auto* frame = object("frame");
     auto* managed = object("4711");
     ExportRun run(IdentifierForm::display);
@@ -65,7 +67,8 @@ TEST_F(PartQueries, runAsksOnceUnlessTheHostCouldNotAnswer) {
         EXPECT_FALSE(pivra::hasUnsavedComponent(frame, run) || pivra::hasUnsupportedComponent(frame, run));
     }
     EXPECT_EQ(calls("UF_PART_ask_part_name"), 3u);
-    EXPECT_EQ(calls("NXOpen::Assemblies::Component::GetChildren"), 3u);
+    EXPECT_EQ(calls("NXOpen::Assemblies::Component::GetChildren"), 4u);
+    EXPECT_EQ(calls("UF_ASSEM_ask_component_data"), 1u);
 }
 
 TEST_F(PartQueries, eachPartIsAskedOnceUntilTheFirstHit) {

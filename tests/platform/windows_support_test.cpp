@@ -1,5 +1,5 @@
-#include <gtest/gtest.h>
 #include "platform/windows_support.h"
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <vector>
