@@ -1,113 +1,123 @@
 #!/usr/bin/env python3
-"""Plays each replay once for each call that it makes to the host's interface, with that call failing.
+"""Plays replays once for each call that the plug-in makes to a neighbour (the host, files, Windows, the service) and for each
+way in which that call can fail.
 
-usage: fault_sweep.py HOST FOLDER EVERY REPLAY...    (EVERY: 1 for every call, 10 for every tenth)
+usage: fault_sweep.py HOST FOLDER COUNT SEED REPLAY...    (COUNT: "all", or the size of a random sample)
 
-In each run the host itself checks that no exception reached it, that UF_initialize brackets and help contexts are closed,
-and that no temporary file and no secret is left. This program checks that the files of the parts are unchanged, that an
-attribute is either saved or reverted, and that the failure is visible: in a message box, in the log, or by an upload that
-succeeded anyway. Prints one line per replay: "ok" or "FAILED".
+In each run the host itself checks that no exception reached it, that brackets, help contexts, clone sessions, builders, property
+lists, dialogs and timers are ended, that no temporary file and no secret is left, and that the next run uploads. This program
+checks that no thread and no handle is left, that the files of the parts are unchanged, that an attribute is either saved or
+reverted, that no other bytes are uploaded than without a fault, and that a fault which changes what is uploaded is told with its
+cause. Prints a line per replay, "ok" or "FAILED", and "fault sweep: N points, V violations".
 """
 import concurrent.futures
-import itertools
 import json
 import os
 import pathlib
+import random
 import re
 import shutil
 import subprocess
 import sys
 
-HOST, FOLDER, EVERY = sys.argv[1], pathlib.Path(sys.argv[2]), int(sys.argv[3])
-NOT_REACHED = 3
-RETURNS_POINTER = re.compile(
-    r"::(GetSession|GetUI|Parts|BaseDisplay|Prototype|RootComponent|ComponentAssembly|PlotManager|CreatePrintPdfbuilder|"
-    r"SourceBuilder|DrawingSheets|CreateDialog|TopBlock|FindBlock|GetBlockProperties|GetProperties|NXMessageBox)$")
+HOST, FOLDER, COUNT, SEED = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3], int(sys.argv[4])
+REPLAYS = [pathlib.Path(name) for name in sys.argv[5:]]
+STATUS, MESSAGE = 4711, "Injected fault."
+# Without its properties the plug-in works with the public service, which is not here.
+CONFIGURATION = ("platform::moduleFileName", "platform::readFile")
+# How the cause is named, where the fault has one; a lost file, a null pointer or an empty text has none.
+CAUSES = {"error": f"{STATUS}|{MESSAGE}|Resource temporarily unavailable|shell's result is 5|module path|timer",
+          "exception": MESSAGE, "denied": "Permission denied|cannot|could not|unavailable|not available|No exported",
+          "shared": "busy|in use", "full": "No space left|could not be created"}
 
 
-def contents(replay):
-    parts = json.loads(replay.read_text(encoding="utf-8"))["session"]["parts"]
-    return {part["file"]: part["contents"] for part in parts if "file" in part}
+class Run:
+    """One play of a replay, with a fault or without."""
+
+    def __init__(self, replay, fault=None):
+        name = "-".join(re.sub(r"\W+", "-", str(value)) for value in (fault or {"without": "a fault"}).values())
+        folder = FOLDER / replay.stem / name
+        folder.mkdir(parents=True)
+        self.document = json.loads(replay.read_text(encoding="utf-8"))
+        self.parts = self.document["session"]["parts"]
+        if fault:
+            self.document["session"]["faults"] = [{**fault, "status": STATUS, "message": MESSAGE}]
+        file = folder / replay.name
+        file.write_text(json.dumps(self.document), encoding="utf-8")
+        run = subprocess.run([HOST, "--recover", "--keep", "--sandbox", folder / "sandbox", file], capture_output=True,
+                             text=True, encoding="utf-8", errors="replace", timeout=300)
+        self.said = run.stderr.splitlines()
+        self.status = run.returncode
+        self.events = [json.loads(line) for line in run.stdout.splitlines()]
+        self.report = json.loads(self.said.pop()) if self.said and self.said[-1].startswith("{") else None
+        self.changed = [part["file"] for part in self.parts if "file" in part and not self.is_kept(folder, part)]
+        shutil.rmtree(folder)
+
+    @staticmethod
+    def is_kept(folder, part):
+        file = folder / "sandbox/parts" / part["file"]
+        return file.is_file() and file.read_text() == part["contents"]
+
+    def uploads(self):
+        return [[(file["name"], file["sha256"]) for file in event["files"]] for event in self.events if event["event"] == "upload"]
+
+    def warnings(self):
+        return " ".join(event["text"] for event in self.events
+                        if event["event"] == "message-box" and event["kind"] in ("error", "warning")
+                        or event["event"] == "log" and event["level"] in ("WARNING", "ERROR"))
+
+    def unsaved_attributes(self):
+        """The attributes that end neither with their original value, nor empty, nor with a value that was saved."""
+        original = {part["name"]: part.get("attributes", {}).get("PIVRA_ID") for part in self.parts}
+        current, good = dict(original), {name: {value, ""} for name, value in original.items()}
+        for event in self.events:
+            if event["event"].startswith("attribute-"):
+                current[event["part"]] = event.get("value")
+            if event["event"] == "part-saved" and event["saved"]:
+                good[event["part"]].add(current[event["part"]])
+        return [name for name, value in current.items() if value not in good[name]]
 
 
-def attribute_faults(events, replay):
-    """Checks that each attribute ends with its original value, empty, or with a value that was saved."""
-    parts = json.loads(replay.read_text(encoding="utf-8"))["session"]["parts"]
-    original = {part["name"]: part.get("attributes", {}).get("PIVRA_ID") for part in parts}
-    current, good = dict(original), {name: {value, ""} for name, value in original.items()}
-    for event in events:
-        if event["event"].startswith("attribute-"):
-            current[event["part"]] = event.get("value")
-        if event["event"] == "part-saved" and event["saved"]:
-            good[event["part"]].add(current[event["part"]])
-    return [f"{name} has the attribute {value}, which was never saved" for name, value in current.items()
-            if value not in good[name]]
+def violations(run, baseline, fault):
+    if run.report is None:
+        return [f"status {run.status}: " + " ".join(run.said)[-500:]]
+    found = list(run.said)
+    if fault["call"] in CONFIGURATION:
+        return [text for text in found if "does not upload" not in text]
+    found += [f"{run.report[what]} {what} are left, {baseline.report[what]} without a fault"
+              for what in ("threads", "handles") if run.report[what] > baseline.report[what]]
+    found += [f"the attribute of {name} was never saved" for name in run.unsaved_attributes()]
+    if fault["kind"] != "vanished":
+        found += [f"{name} was changed" for name in run.changed]
+    known = {file for upload in baseline.uploads() for file in upload}
+    found += [f"{file[0]} was uploaded with other bytes" for upload in run.uploads() for file in upload if file not in known]
+    steps = run.uploads()[:len(baseline.uploads())]
+    if steps != baseline.uploads() and not re.search(CAUSES.get(fault["kind"], "."), run.warnings()):
+        found.append(f"the uploads are {[len(u) for u in steps]} and nothing names the cause: {run.warnings()[-300:]}")
+    return found
 
 
-def is_told(events):
-    return any(event["event"] == "upload"
-               or event["event"] == "message-box" and event["kind"] in ("error", "warning")
-               or event["event"] == "log" and event["level"] in ("WARNING", "ERROR") for event in events)
-
-
-def faults_of(run, sandbox, replay):
-    """The faults found after a run with a failing call."""
-    events = [json.loads(line) for line in run.stdout.splitlines()]
-    said = run.stderr.splitlines()
-    if run.returncode not in (0, 1) or len(said) > 1:
-        return [f"status {run.returncode}: {' '.join(said)[-500:]}"]
-    faults = attribute_faults(events, replay)
-    for name, text in contents(replay).items():
-        file = sandbox / "parts" / name
-        if not file.is_file() or file.read_text() != text:
-            faults.append(f"{name} was changed")
-    if not is_told(events):
-        faults.append("the failure was not reported")
-    return faults
-
-
-def play(replay, number, null):
-    """The name of the call that failed, or None if the replay makes fewer calls; and the faults found."""
-    sandbox = FOLDER / f"{replay.stem}-{number}{'-null' if null else ''}"
-    options = ["--fault", str(number)] + (["--null"] if null else [])
-    run = subprocess.run([HOST, *options, "--keep", "--sandbox", str(sandbox), str(replay)], capture_output=True,
-                         text=True, encoding="utf-8", timeout=120)
-    name = re.search(r"^Failed call: (\S+)$", run.stderr, re.MULTILINE)
-    reached = run.returncode != NOT_REACHED
-    faults = faults_of(run, sandbox, replay) if reached else []
-    shutil.rmtree(sandbox, ignore_errors=True)
-    return (name.group(1) if name else "unknown") if reached else None, faults
-
-
-def sweep(pool, replay):
-    """The number of failing calls that were played, and the faults found with each."""
-    played, wrong = 0, []
-    for first in itertools.count(EVERY, 32 * EVERY):
-        numbers = range(first, first + 32 * EVERY, EVERY)
-        results = list(zip(numbers, pool.map(lambda n: play(replay, n, False), numbers)))
-        nulls = [n for n, (name, _) in results if name and RETURNS_POINTER.search(name)]
-        results += zip(nulls, pool.map(lambda n: play(replay, n, True), nulls))
-        played += sum(1 for _, (name, _) in results if name)
-        wrong += [f"call {n}, {name}: {fault}" for n, (name, faults) in results for fault in faults]
-        if any(name is None for _, (name, _) in results):
-            return played, wrong
+def points_of(baseline):
+    return [{"call": name, "number": number, "kind": kind} for name, call in sorted(baseline.report["calls"].items())
+            for number in range(1, call["count"] + 1) for kind in call["kinds"]]
 
 
 def main():
     shutil.rmtree(FOLDER, ignore_errors=True)
-    FOLDER.mkdir(parents=True)
-    failed = False
-    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for replay in map(pathlib.Path, sys.argv[4:]):
-            played, wrong = sweep(pool, replay)
-            failed = failed or bool(wrong) or played < 100 // EVERY
-            for line in wrong:
-                print(f"FAILED {replay.stem}: " + " ".join(line.split()))
-            if played < 100 // EVERY:
-                print(f"FAILED {replay.stem}: only {played} calls were played")
-            elif not wrong:
-                print(f"ok {replay.stem}: {played} failing calls, all handled")
-    return 1 if failed else 0
+    baselines = {replay: Run(replay) for replay in REPLAYS}
+    points = [(replay, fault) for replay in REPLAYS for fault in points_of(baselines[replay])]
+    chosen = points if COUNT == "all" else random.Random(SEED).sample(points, int(COUNT))
+    with concurrent.futures.ThreadPoolExecutor(2 * os.cpu_count()) as pool:
+        results = pool.map(lambda point: violations(Run(*point), baselines[point[0]], point[1]), chosen)
+        found = [(replay, fault, text) for (replay, fault), texts in zip(chosen, results) for text in texts]
+    for replay, fault, text in found:
+        print(f"FAILED {replay.stem}, {fault['call']} {fault['number']} {fault['kind']}: " + " ".join(text.split()))
+    for replay in REPLAYS:
+        count = sum(1 for chosen_replay, _ in chosen if chosen_replay == replay)
+        if not any(failed == replay for failed, _, _ in found):
+            print(f"ok {replay.stem}: {count} points")
+    print(f"fault sweep: {len(chosen)} points of {len(points)}, {len(found)} violations (seed {SEED})")
+    return 1 if found else 0
 
 
 sys.exit(main())

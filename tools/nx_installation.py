@@ -10,10 +10,11 @@ import shutil
 import subprocess
 
 # The host's library that contains a symbol: the first whose pattern matches the mangled name. One library would do for a
-# build; dividing them shows when the build does not link one that it needs.
+# build; dividing them shows when the build does not link one that it needs. The stand-in of the client library uses the
+# call interceptor.
 LIBRARIES = {
     "libugopenint": r"UF_HELP_",
-    "libufun": r"^UF_",
+    "libufun": r"^UF_|6devkit15CallInterceptor",
     "libnxopenuicpp": r"NXOpen(2UI|12NXMessageBox|12BlockStyler)",
     "libnxopencpp_assemblies": r"NXOpen10Assemblies",
     "libnxopencpp_drawings": r"NXOpen8Drawings",

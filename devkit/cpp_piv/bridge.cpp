@@ -1,5 +1,8 @@
 #include <cpp_piv/bridge.h>
+#include <cpp_piv/client.h>
+#include <devkit/call_interceptor.h>
 
+#include <array>
 #include <stdexcept>
 #include <utility>
 
@@ -19,6 +22,11 @@ using Sink = std::function<void(const std::string&, const std::string&)>;
 /// Loads the library, with its own dependencies from the folder beside it. It stays for the process: its threads may
 /// still be on their way out when the last client goes.
 void* loadLibrary(const std::string& path) {
+    static constexpr std::array kinds{devkit::FaultKind::error, devkit::FaultKind::unknown};
+    if (const auto fault = devkit::CallInterceptor::instance().enterOther("cpp_piv::loadLibrary", kinds)) {
+        if (fault->kind == devkit::FaultKind::unknown) throw UnknownFailure{};
+        throw std::runtime_error(fault->message);
+    }
 #if defined(_WIN32)
     void* library = reinterpret_cast<void*>(LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
     const std::string reason = library == nullptr ? "error " + std::to_string(GetLastError()) : "";

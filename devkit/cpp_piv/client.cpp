@@ -1,7 +1,12 @@
 #include <cpp_piv/client.h>
 
+#include <devkit/call_interceptor.h>
+
+#include <array>
+#include <chrono>
 #include <map>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 #include "records_json.h"
@@ -33,7 +38,7 @@ json resultOf(const json& answer) {
 }
 
 template <class Result>
-Result perform(CppPivBridgeInterface& bridge, const std::string& operation, const json& request) {
+Result resultOfCall(CppPivBridgeInterface& bridge, const std::string& operation, const json& request) {
     json members = json::object();
     members.merge_patch(request);  // leaves out what is null
     const std::string text = members.dump(-1, ' ', false, json::error_handler_t::replace);
@@ -43,6 +48,23 @@ Result perform(CppPivBridgeInterface& bridge, const std::string& operation, cons
         throw std::runtime_error("The service's answer to the operation " + operation +
                                  " makes no sense: " + error.what());
     }
+}
+
+/// Passes the call interceptor, whose faults are the service's.
+template <class Result>
+Result perform(CppPivBridgeInterface& bridge, const std::string& operation, const json& request) {
+    using devkit::FaultKind;
+    static constexpr std::array kinds{FaultKind::error, FaultKind::unknown, FaultKind::empty, FaultKind::late,
+                                      FaultKind::cutOff};
+    const auto fault = devkit::CallInterceptor::instance().enterOther(("cpp_piv::" + operation).c_str(), kinds);
+    if (!fault) return resultOfCall<Result>(bridge, operation, request);
+    if (fault->kind == FaultKind::error) throw std::runtime_error(fault->message);
+    if (fault->kind == FaultKind::unknown) throw UnknownFailure{};
+    if (fault->kind == FaultKind::empty) return Result{};
+    if (fault->kind == FaultKind::late) std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    Result result = resultOfCall<Result>(bridge, operation, request);
+    if (fault->kind == FaultKind::cutOff) throw std::runtime_error(fault->message);
+    return result;
 }
 
 }  // namespace

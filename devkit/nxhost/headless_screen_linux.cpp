@@ -30,6 +30,7 @@ class HeadlessScreen : public Screen {
 
     void close() override { EventLoop::instance().postClose(EventLoop::instance().activeWindow()); }
     void savePicture(const std::filesystem::path&) override {}
+    bool hasTimers() const override { return EventLoop::instance().hasTimers(); }
     std::chrono::milliseconds now() const override { return EventLoop::instance().now(); }
 
     // A short real pause lets worker threads, which run in real time, get on.

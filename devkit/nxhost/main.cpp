@@ -41,6 +41,13 @@ Outcome outcomeOfFault(const Options& options) {
     return passed;
 }
 
+// What the plug-in asked of its neighbours during the steps, and what is in use at the end, in one line.
+std::string callReport(const ReplayContext& context) {
+    auto report = resourcesInUse();
+    report["calls"] = context.calls;
+    return report.dump();
+}
+
 // Plays one replay in this process. The plug-in keeps its state, so a process plays only one.
 Outcome playHere(const Options& options, const fs::path& file) {
     const auto replay = readReplay(file, !options.interactive);
@@ -57,9 +64,10 @@ Outcome playHere(const Options& options, const fs::path& file) {
     Plugin plugin(sandbox.plugin());
     plugin.onOpen([&browser](const std::string& address) { return browser.open(address); });
     ReplayContext context{sandbox, transcript, *screen, plugin, browser, options.pictures};
-    Player player(replay, context, options.fault > 0);
+    Player player(replay, context, options.fault > 0 || options.recover, options.recover);
     const auto faults = options.interactive ? player.useByHand() : player.play();
     for (const auto& fault : faults) std::cerr << replay.title << ": " << fault << "\n";
+    if (options.recover) std::cerr << callReport(context) << "\n";
     const auto outcome = options.fault > 0 ? outcomeOfFault(options) : passed;
     return faults.empty() ? outcome : differs;
 }

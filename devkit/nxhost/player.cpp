@@ -1,10 +1,12 @@
 #include "player.h"
 
 #include "expectations.h"
+#include "recovery.h"
 #include "steps.h"
 #include "text.h"
 
 #include <devkit/call_interceptor.h>
+#include <devkit/session.h>
 
 #include <regex>
 
@@ -26,13 +28,15 @@ bool holdsSecret(const std::string& text) {
 
 }  // namespace
 
-Player::Player(const Replay& replay, ReplayContext& context, bool faulty)
-    : replay_(replay), context_(context), faulty_(faulty) {}
+Player::Player(const Replay& replay, ReplayContext& context, bool faulty, bool recover)
+    : replay_(replay), context_(context), faulty_(faulty), recover_(recover) {}
 
 std::vector<std::string> Player::play() {
     context_.screen.onIdle = [this] { return idle(); };
     while (!failed_ && (context_.wait || next_ < replay_.steps.size()))
         if (idle() == Idle::waiting) context_.screen.advance();
+    context_.calls = devkit::callCounts();
+    if (recover_ && !context_.unloaded && !uploadOnceMore(context_)) faults_.push_back("The next run does not upload.");
     if (!context_.unloaded) unloadPlugin(context_);
     finish();
     if (failed_ || faulty_) return faults_;

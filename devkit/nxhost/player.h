@@ -13,9 +13,9 @@ namespace nxhost {
 /// Host's thread; one a process.
 class Player {
  public:
-    /// With `faulty` a call of the host is about to fail: steps that no longer fit then end the replay and are no
-    /// fault, and its expectations are not checked.
-    Player(const Replay& replay, ReplayContext& context, bool faulty);
+    /// With `faulty` a call of a neighbour is about to fail: steps that no longer fit then end the replay and are no
+    /// fault, and its expectations are not checked. With `recover` a user then uploads once more, which must succeed.
+    Player(const Replay& replay, ReplayContext& context, bool faulty, bool recover);
 
     /// Performs all steps and ends the host's session. Returns the faults found: steps that could not be done, broken
     /// rules, expectations that are not met, temporary files and secrets left behind. Each is a readable sentence or
@@ -38,6 +38,7 @@ class Player {
     const Replay& replay_;
     ReplayContext& context_;
     bool faulty_;
+    bool recover_;
     std::size_t next_ = 0;
     bool failed_ = false;
     std::vector<std::string> faults_;

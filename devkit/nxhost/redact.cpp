@@ -59,7 +59,7 @@ std::string Placeholders::numbered(const std::string& kind, const std::string& v
 
 std::string Placeholders::operator()(const std::string& text) {
     static const std::regex time(
-        "\\d{4}-\\d{2}-\\d{2}[T ]\\d{2}:\\d{2}:\\d{2}(\\.\\d+)?(Z| ?[+-]\\d{2}:?\\d{2})?"
+        "\\d{4}-\\d{2}-\\d{2}[T ]\\d{2}:\\d{2}(:\\d{2}(\\.\\d+)?)?(Z| UTC| ?[+-]\\d{2}:?\\d{2})?"
         "|[A-Z][a-z]+ \\d{2}, \\d{4} - \\d{2}:\\d{2} [AP]M");
     static const std::regex port("(127\\.0\\.0\\.1)(:|%3A)\\d+");
     static const std::regex temporary("pivra-[0-9a-f]{16}");

@@ -16,8 +16,17 @@ void addViolation(const std::string& text) {
     devkit::CallInterceptor::instance().addViolation(text);
 }
 
-void enter(const char* name, const std::function<void()>& call) {
+void checkLeftovers(const std::string& name, const Screen& screen) {
+    auto& session = devkit::Session::instance();
+    if (devkit::liveObjects() != 0) addViolation(name + " left " + std::to_string(devkit::liveObjects()) + " objects.");
+    if (session.cloneSession) addViolation(name + " left a clone session open.");
+    session.cloneSession.reset();
+    if (screen.hasTimers()) addViolation(name + " left a timer.");
+}
+
+void enter(const char* name, const Screen& screen, const std::function<void()>& call) {
     devkit::CallInterceptor::instance().guard(name, call);
+    checkLeftovers(name, screen);
     const auto depth = devkit::CallInterceptor::instance().bracketDepth();
     if (depth != 0) addViolation(std::string(name) + " left a bracket open: depth " + std::to_string(depth) + ".");
     auto& contexts = devkit::Session::instance().helpContexts;
@@ -39,7 +48,7 @@ void runPlugin(ReplayContext& context) {
     if (context.running) throw std::runtime_error("The plug-in is running already.");
     context.running = true;
     context.transcript.write({{"event", "run"}});
-    enter("ufusr", [&] { context.plugin.run(); });
+    enter("ufusr", context.screen, [&] { context.plugin.run(); });
     context.running = false;
     context.transcript.write({{"event", "run-ended"}});
 }
@@ -60,7 +69,7 @@ void unloadPlugin(ReplayContext& context) {
     context.unloaded = true;
     const int answer = context.plugin.askUnload();
     if (answer != unloadAtTermination) addViolation("ufusr_ask_unload answers " + std::to_string(answer) + ".");
-    enter("ufusr_cleanup", context.plugin.cleanUp);
+    enter("ufusr_cleanup", context.screen, context.plugin.cleanUp);
     context.transcript.write({{"event", "unloaded"}, {"temporaryFiles", context.sandbox.temporaryFiles()}});
 }
 

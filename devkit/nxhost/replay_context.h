@@ -39,6 +39,7 @@ struct ReplayContext {
     std::size_t mark = 0;
     std::optional<Wait> wait{};
     std::size_t violations = 0;  ///< number of broken rules in the transcript
+    Json calls{};                ///< of the plug-in to its neighbours while the steps were played
 };
 
 /// The open dialog. Throws std::runtime_error when there is none.

@@ -68,6 +68,9 @@ class Screen : public devkit::Presenter {
     virtual std::chrono::milliseconds now() const = 0;
     /// No more dialogs and boxes: those that the plug-in still opens end at once.
     void shut() { shut_ = true; }
+    void reopen() { shut_ = false; }
+    /// Whether a timer still runs; false where that cannot be seen.
+    virtual bool hasTimers() const { return false; }
 
  protected:
     /// The window of an open dialog, or null.

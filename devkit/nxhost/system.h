@@ -1,6 +1,8 @@
 // What the program asks of the operating system.
 #pragma once
 
+#include "json.h"
+
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -32,6 +34,9 @@ void* symbolOf(void* module, const char* name);
 
 /// The exported names: all of them on Windows, elsewhere those among `candidates`. Sorted.
 std::vector<std::string> namesOf(void* module, const std::vector<std::string>& candidates);
+
+/// {"threads", "handles"} of this process; empty on Windows.
+Json resourcesInUse();
 
 /// Replaces the shell by `open`, for that module alone.
 void replaceShell(void* module, std::function<int(const std::string&)> open);

@@ -62,6 +62,13 @@ std::vector<std::string> namesOf(void* module, const std::vector<std::string>& c
     return names;
 }
 
+Json resourcesInUse() {
+    const auto entries = [](const char* folder) {
+        return std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator());
+    };
+    return {{"threads", entries("/proc/self/task")}, {"handles", entries("/proc/self/fd")}};
+}
+
 void replaceShell(void*, std::function<int(const std::string&)> open) {
     devkit::EventLoop::instance().setShell(std::move(open));
 }

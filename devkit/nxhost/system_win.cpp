@@ -75,4 +75,8 @@ int runProgram(const std::filesystem::path& program, const std::vector<std::stri
     return status > 255 ? 128 : static_cast<int>(status);
 }
 
+Json resourcesInUse() {
+    return Json::object();
+}
+
 }  // namespace nxhost

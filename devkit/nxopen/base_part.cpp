@@ -40,7 +40,7 @@ bool NXObject::HasUserAttribute(const NXString& title, AttributeType type, int i
 }
 
 NXString NXObject::GetUserAttributeAsString(const NXString& title, AttributeType type, int index) {
-    devkit::enter("NXOpen::NXObject::GetUserAttributeAsString");
+    devkit::enterForText("NXOpen::NXObject::GetUserAttributeAsString");
     require(*this, title.GetUTF8Text(), type, index);
     return devkit::hostString(attributeOwner(*this).attributes.at(title.GetUTF8Text()));
 }
@@ -74,17 +74,17 @@ BasePart::BasePart(devkit::PartData& data)
 BasePart::~BasePart() = default;
 
 NXString BasePart::FullPath() {
-    devkit::enter("NXOpen::BasePart::FullPath");
+    devkit::enterForText("NXOpen::BasePart::FullPath");
     return devkit::hostString(data_.fullPath);
 }
 
 NXString BasePart::Leaf() {
-    devkit::enter("NXOpen::BasePart::Leaf");
+    devkit::enterForText("NXOpen::BasePart::Leaf");
     return devkit::hostString(data_.leaf);
 }
 
 NXString BasePart::UniqueIdentifier() {
-    devkit::enter("NXOpen::BasePart::UniqueIdentifier");
+    devkit::enterForText("NXOpen::BasePart::UniqueIdentifier");
     return devkit::hostString(data_.uniqueIdentifier);
 }
 

@@ -121,7 +121,7 @@ void Enumeration::SetEnumMembers(const std::vector<NXString>& members) {
 }
 
 NXString PropertyList::GetString(const NXString& name) {
-    devkit::enter("NXOpen::BlockStyler::PropertyList::GetString");
+    devkit::enterForText("NXOpen::BlockStyler::PropertyList::GetString");
     return devkit::hostString(devkit::get<std::string>(block_, name.GetUTF8Text()));
 }
 
@@ -156,7 +156,7 @@ void PropertyList::SetEnum(const NXString& name, int value) {
 }
 
 NXString PropertyList::GetEnumAsString(const NXString& name) {
-    devkit::enter("NXOpen::BlockStyler::PropertyList::GetEnumAsString");
+    devkit::enterForText("NXOpen::BlockStyler::PropertyList::GetEnumAsString");
     const auto index = static_cast<std::size_t>(devkit::enumeration(block_, name.GetUTF8Text()));
     if (std::string(name.GetUTF8Text()) != "Value") devkit::fail("The enumeration's members are fixed.");
     return index < block_.members.size() ? devkit::hostString(block_.members[index]) : NXString();

@@ -1,6 +1,15 @@
 #include "calls.h"
 
+#include <algorithm>
+#include <stdexcept>
+
 namespace devkit {
+
+namespace {
+
+struct UnknownException {};
+
+}  // namespace
 
 CallInterceptor& CallInterceptor::instance() {
     static CallInterceptor interceptor;
@@ -16,6 +25,7 @@ void CallInterceptor::reset() {
     violations_.clear();
     bracketDepth_ = 0;
     bracketRefused_ = false;
+    emptied_ = false;
 }
 
 void CallInterceptor::addFault(const Fault& fault) {
@@ -36,14 +46,30 @@ void CallInterceptor::guard(const std::string& name, const std::function<void()>
     addViolation("An exception without a text left " + name + ".");
 }
 
-const Fault* CallInterceptor::record(const char* name) {
-    calls_.emplace_back(name);
-    const std::size_t number = ++counts_[name];
+std::optional<Fault> CallInterceptor::record(const char* name, FaultKinds kinds, std::size_t hostCall) {
+    CallCount& call = counts_[name];
+    call.kinds = kinds;
+    ++call.count;
     for (const Fault& fault : faults_) {
-        if (!fault.call.empty() && fault.call != name) continue;
-        if (fault.number == 0 || fault.number == (fault.call.empty() ? calls_.size() : number)) return &fault;
+        if (fault.call.empty() ? hostCall == 0 : fault.call != name) continue;
+        if (fault.number != 0 && fault.number != (fault.call.empty() ? hostCall : call.count)) continue;
+        Fault due = fault;
+        if (std::find(kinds.begin(), kinds.end(), fault.kind) == kinds.end()) due.kind = kinds.front();
+        return due;
     }
-    return nullptr;
+    return std::nullopt;
+}
+
+std::optional<Fault> CallInterceptor::recordHostCall(const char* name, FaultKinds kinds) {
+    calls_.emplace_back(name);
+    auto fault = record(name, kinds, calls_.size());
+    emptied_ = fault && fault->kind == FaultKind::empty;
+    return fault;
+}
+
+std::optional<Fault> CallInterceptor::enterOther(const char* name, FaultKinds kinds) {
+    const std::lock_guard lock(mutex_);
+    return record(name, kinds, 0);
 }
 
 bool CallInterceptor::onHostThread(const char* name) {
@@ -52,23 +78,25 @@ bool CallInterceptor::onHostThread(const char* name) {
     return false;
 }
 
-int CallInterceptor::enterUf(const char* name, bool needsBracket) {
+int CallInterceptor::enterUf(const char* name, FaultKinds kinds, bool needsBracket) {
     std::lock_guard lock(mutex_);
-    const Fault* fault = record(name);
+    const auto fault = recordHostCall(name, kinds);
     if (!onHostThread(name)) return status::wrongThread;
     if (needsBracket && bracketDepth_ == 0) {
         violations_.push_back(std::string(name) + " was called outside UF_initialize and UF_terminate.");
         return status::notInitialized;
     }
-    return fault != nullptr ? fault->status : 0;
+    return fault && !emptied_ ? fault->status : 0;
 }
 
-bool CallInterceptor::enter(const char* name, bool returnsPointer) {
+bool CallInterceptor::enter(const char* name, FaultKinds kinds) {
     std::lock_guard lock(mutex_);
-    const Fault* fault = record(name);
+    const auto fault = recordHostCall(name, kinds);
     if (!onHostThread(name)) fail("The host was called on another thread than its own.");
-    if (fault == nullptr) return true;
-    if (fault->null && returnsPointer) return false;
+    if (!fault || emptied_) return true;
+    if (fault->kind == FaultKind::null) return false;
+    if (fault->kind == FaultKind::exception) throw std::runtime_error(fault->message);
+    if (fault->kind == FaultKind::unknown) throw UnknownException{};
     fail(fault->message);
 }
 

@@ -34,7 +34,7 @@ INXObject* Component::Prototype() {
 }
 
 NXString Component::DisplayName() {
-    devkit::enter("NXOpen::Assemblies::Component::DisplayName");
+    devkit::enterForText("NXOpen::Assemblies::Component::DisplayName");
     if (isRoot_) return devkit::hostString(assembly_.leaf);
     if (!placement().displayName.empty()) return devkit::hostString(placement().displayName);
     const devkit::PartData* part = placedPart();

@@ -14,7 +14,7 @@
 namespace NXOpen::Drawings {
 
 NXString DrawingSheet::Name() {
-    devkit::enter("NXOpen::Drawings::DrawingSheet::Name");
+    devkit::enterForText("NXOpen::Drawings::DrawingSheet::Name");
     if (index_ >= part_.sheets.size()) devkit::fail("The sheet is no longer in its part.");
     return devkit::hostString(part_.sheets[index_]);
 }

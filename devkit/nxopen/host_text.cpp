@@ -1,5 +1,7 @@
 #include "host_text.h"
 
+#include <devkit/call_interceptor.h>
+
 #include <cstring>
 
 #if defined(_WIN32)
@@ -53,8 +55,12 @@ std::string narrowFromUtf8(const std::string& text) {
 
 #endif
 
+NXOpen::NXString hostString(const std::string& utf8) {
+    return NXOpen::NXString(CallInterceptor::instance().emptied() ? "" : utf8, NXOpen::NXString::UTF8);
+}
+
 bool copyNarrow(const std::string& text, char* buffer, std::size_t size) {
-    const std::string narrow = narrowFromUtf8(text);
+    const std::string narrow = CallInterceptor::instance().emptied() ? "" : narrowFromUtf8(text);
     if (narrow.size() >= size) return false;
     std::memcpy(buffer, narrow.c_str(), narrow.size() + 1);
     return true;

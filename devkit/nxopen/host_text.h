@@ -12,9 +12,8 @@ namespace devkit {
 std::string utf8FromNarrow(const std::string& text);
 std::string narrowFromUtf8(const std::string& text);
 
-inline NXOpen::NXString hostString(const std::string& utf8) {
-    return NXOpen::NXString(utf8, NXOpen::NXString::UTF8);
-}
+/// The text that the host's present call returns.
+NXOpen::NXString hostString(const std::string& utf8);
 
 /// Copies UTF-8 `text` into a buffer of the C interface; false when it does not fit.
 bool copyNarrow(const std::string& text, char* buffer, std::size_t size);

@@ -16,7 +16,19 @@ NLOHMANN_JSON_SERIALIZE_ENUM(SaveOutcome, {{SaveOutcome::saved, "saved"},
                                            {SaveOutcome::unsavedObjects, "unsavedObjects"},
                                            {SaveOutcome::throws, "throws"},
                                            {SaveOutcome::nullStatus, "nullStatus"}})
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Fault, call, number, status, message, null)
+NLOHMANN_JSON_SERIALIZE_ENUM(FaultKind, {{FaultKind::error, "error"},
+                                         {FaultKind::exception, "exception"},
+                                         {FaultKind::unknown, "unknown"},
+                                         {FaultKind::null, "null"},
+                                         {FaultKind::empty, "empty"},
+                                         {FaultKind::missing, "missing"},
+                                         {FaultKind::denied, "denied"},
+                                         {FaultKind::shared, "shared"},
+                                         {FaultKind::full, "full"},
+                                         {FaultKind::vanished, "vanished"},
+                                         {FaultKind::late, "late"},
+                                         {FaultKind::cutOff, "cutOff"}})
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Fault, call, number, status, message, kind)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(CloneBehaviour, writesNothing, rootName, namingFailures,
                                                 commandLineNames)
 
@@ -163,7 +175,17 @@ void loadSession(const json& description, const fs::path& folder) {
 }
 
 void addFault(const json& description) {
-    CallInterceptor::instance().addFault(description.get<Fault>());
+    auto fault = description.get<Fault>();
+    if (description.value("null", false)) fault.kind = FaultKind::null;
+    CallInterceptor::instance().addFault(fault);
+}
+
+json callCounts() {
+    json counts = json::object();
+    for (const auto& [name, call] : CallInterceptor::instance().counts()) {
+        counts[name] = {{"count", call.count}, {"kinds", std::vector<FaultKind>(call.kinds.begin(), call.kinds.end())}};
+    }
+    return counts;
 }
 
 void editPart(const json& change, const fs::path& folder) {

@@ -15,13 +15,13 @@
 using devkit::CallInterceptor;
 
 int UF_initialize() {
-    const int status = CallInterceptor::instance().enterUf("UF_initialize", false);
+    const int status = devkit::enterUfAnywhere("UF_initialize");
     CallInterceptor::instance().bracketAsked(status);
     return status;
 }
 
 int UF_terminate() {
-    const int status = CallInterceptor::instance().enterUf("UF_terminate", false);
+    const int status = devkit::enterUfAnywhere("UF_terminate");
     if (!devkit::status::refused(status)) CallInterceptor::instance().bracketClosed();
     return status;
 }
@@ -58,12 +58,12 @@ int UF_HELP_pop_context() {
 }
 
 void UF_free(void* memory) {
-    CallInterceptor::instance().enterUf("UF_free", false);
+    devkit::enterUfAnywhere("UF_free");
     std::free(memory);
 }
 
 void UF_free_string_array(int n_strings, char** string_array) {
-    CallInterceptor::instance().enterUf("UF_free_string_array", false);
+    devkit::enterUfAnywhere("UF_free_string_array");
     devkit::freeStrings(n_strings, string_array);
 }
 
@@ -85,7 +85,7 @@ int* newStatuses(std::size_t count, int status) {
 }
 
 char* newString(const std::string& text) {
-    if (text.empty()) return nullptr;
+    if (text.empty() || CallInterceptor::instance().emptied()) return nullptr;
     const std::string narrow = narrowFromUtf8(text);
     char* result = allocate<char>(narrow.size() + 1);
     std::memcpy(result, narrow.c_str(), narrow.size() + 1);

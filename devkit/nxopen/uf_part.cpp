@@ -26,8 +26,9 @@ devkit::PartData* partOf(tag_t tag) {
 }
 
 /// Answers a question about a part, which its tag must be of.
-int ask(const char* call, tag_t tag, const std::function<int(devkit::PartData&)>& answer) {
-    if (const int status = devkit::enterUf(call)) return status;
+int ask(const char* call, tag_t tag, const std::function<int(devkit::PartData&)>& answer,
+        int (*enter)(const char*) = devkit::enterUf) {
+    if (const int status = enter(call)) return status;
     devkit::PartData* part = partOf(tag);
     return part != nullptr ? answer(*part) : devkit::status::badTag;
 }
@@ -42,7 +43,7 @@ int copyName(const devkit::PartData* part, char name[MAX_FSPEC_BUFSIZE]) {
 }  // namespace
 
 int UF_PART_free_load_status(UF_PART_load_status_p_t load_status) {
-    const int status = devkit::CallInterceptor::instance().enterUf("UF_PART_free_load_status", false);
+    const int status = devkit::enterUfAnywhere("UF_PART_free_load_status");
     devkit::freeStrings(load_status->n_parts, load_status->file_names);
     std::free(load_status->statuses);
     *load_status = {};
@@ -50,7 +51,9 @@ int UF_PART_free_load_status(UF_PART_load_status_p_t load_status) {
 }
 
 int UF_PART_ask_part_name(tag_t part, char part_fspec[MAX_FSPEC_BUFSIZE]) {
-    return ask("UF_PART_ask_part_name", part, [=](const auto& data) { return copyName(&data, part_fspec); });
+    return ask(
+        "UF_PART_ask_part_name", part, [=](const auto& data) { return copyName(&data, part_fspec); },
+        devkit::enterUfForText);
 }
 
 tag_t UF_PART_ask_display_part() {
@@ -104,7 +107,7 @@ int UF_FAM_ask_instance_data(tag_t instance, tag_t* family, int* member_index) {
 int UF_ASSEM_ask_component_data(tag_t component, char part_name[MAX_FSPEC_BUFSIZE],
                                 char refset_name[UF_OBJ_NAME_BUFSIZE], char instance_name[UF_CFI_MAX_FILE_NAME_BUFSIZE],
                                 double origin[3], double csys_matrix[9], double transform[4][4]) {
-    if (const int status = devkit::enterUf("UF_ASSEM_ask_component_data")) return status;
+    if (const int status = devkit::enterUfForText("UF_ASSEM_ask_component_data")) return status;
     const auto* found = HostObjects::instance().find<NXOpen::Assemblies::Component>(component);
     if (found == nullptr) return devkit::status::badTag;
     std::fill_n(origin, 3, 0.0);

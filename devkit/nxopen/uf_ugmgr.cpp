@@ -97,7 +97,7 @@ int UF_UGMGR_decode_part_file_name(const char* encoded_name, char part_number[UF
                                    char part_file_type[UF_UGMGR_FTYPE_BUFSIZE],
                                    char part_file_name[UF_UGMGR_FNAME_BUFSIZE]) {
     using devkit::copyNarrow;
-    if (const int status = devkit::enterUf("UF_UGMGR_decode_part_file_name")) return status;
+    if (const int status = devkit::enterUfForText("UF_UGMGR_decode_part_file_name")) return status;
     const auto item = devkit::decodeManagedName(devkit::utf8FromNarrow(encoded_name));
     if (!item) return devkit::status::badName;
     const bool fits = copyNarrow(item->number, part_number, UF_UGMGR_PARTNO_BUFSIZE) &&
@@ -108,7 +108,7 @@ int UF_UGMGR_decode_part_file_name(const char* encoded_name, char part_number[UF
 }
 
 int UF_UGMGR_convert_file_name_to_cli(const char* internal_name, char** cli_name) {
-    if (const int status = devkit::enterUf("UF_UGMGR_convert_file_name_to_cli")) return status;
+    if (const int status = devkit::enterUfForText("UF_UGMGR_convert_file_name_to_cli")) return status;
     const auto item = devkit::decodeManagedName(devkit::utf8FromNarrow(internal_name));
     if (!item) return devkit::status::badName;
     *cli_name = devkit::newString(devkit::commandLineName(*item));
@@ -134,7 +134,7 @@ int UF_UGMGR_ask_configured_rev(UF_UGMGR_tag_t database_part_tag, UF_UGMGR_tag_t
 }
 
 int UF_UGMGR_ask_part_revision_id(UF_UGMGR_tag_t part_revision, char revision_id[UF_UGMGR_NAME_BUFSIZE]) {
-    if (const int status = devkit::enterUf("UF_UGMGR_ask_part_revision_id")) return status;
+    if (const int status = devkit::enterUfForText("UF_UGMGR_ask_part_revision_id")) return status;
     const auto* found = devkit::HostObjects::instance().find<devkit::TaggedPart<DatabaseRevision>>(part_revision);
     if (found == nullptr || !found->part.managed) return devkit::status::badTag;
     const std::string& id = found->part.managed->configuredRevision;

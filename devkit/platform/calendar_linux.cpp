@@ -1,3 +1,4 @@
+#include "injected_fault.h"
 #include "platform/calendar.h"
 
 #include <cerrno>
@@ -9,6 +10,8 @@ namespace {
 
 CalendarTime calendarTime(std::chrono::system_clock::time_point moment,
                           std::tm* (*convert)(const std::time_t*, std::tm*)) {
+    const auto fault = devkit::injectedError("platform::calendarTime", devkit::kinds::system);
+    if (fault) throw std::system_error(fault, "calendar time");
     const auto seconds = std::chrono::floor<std::chrono::seconds>(moment).time_since_epoch().count();
     const auto time = static_cast<std::time_t>(seconds);
     CalendarTime result;

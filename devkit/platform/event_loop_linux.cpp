@@ -1,4 +1,5 @@
 #include "event_loop.h"
+#include "injected_fault.h"
 #include "platform/desktop.h"
 #include "platform/timer.h"
 
@@ -47,12 +48,16 @@ void EventLoop::advance(std::chrono::milliseconds span) {
 namespace platform {
 
 using devkit::EventLoop;
+using devkit::injectedError;
 
 int shellOpen(const std::string& address) {
+    constexpr int accessDenied = 5;
+    if (injectedError("platform::shellOpen", devkit::kinds::system)) return accessDenied;
     return EventLoop::instance().shellOpen(address);
 }
 
 WindowHandle activeWindow() {
+    if (injectedError("platform::activeWindow", devkit::kinds::absent)) return nullptr;
     return EventLoop::instance().activeWindow();
 }
 
@@ -61,7 +66,9 @@ void postClose(WindowHandle window) {
 }
 
 bool ThreadTimer::start(std::chrono::milliseconds interval, std::function<void()> onTick) {
-    if (!running()) id_ = EventLoop::instance().addTimer(interval, std::move(onTick));
+    if (running()) return true;
+    if (injectedError("platform::startTimer", devkit::kinds::system)) return false;
+    id_ = EventLoop::instance().addTimer(interval, std::move(onTick));
     return running();
 }
 

@@ -1,3 +1,4 @@
+#include "injected_fault.h"
 #include "platform/module.h"
 
 #include <dlfcn.h>
@@ -8,7 +9,8 @@ namespace platform {
 
 std::filesystem::path moduleFileName() {
     Dl_info module{};
-    if (::dladdr(reinterpret_cast<const void*>(&moduleFileName), &module) == 0) {
+    if (devkit::injectedError("platform::moduleFileName", devkit::kinds::system) ||
+        ::dladdr(reinterpret_cast<const void*>(&moduleFileName), &module) == 0) {
         throw std::runtime_error("Failed to resolve nx-integration module path.");
     }
     if (!module.dli_fname || !*module.dli_fname) {

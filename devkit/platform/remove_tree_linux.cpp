@@ -1,3 +1,4 @@
+#include "injected_fault.h"
 #include "platform/remove_tree.h"
 
 #include <fcntl.h>
@@ -8,20 +9,28 @@
 
 namespace platform {
 namespace fs = std::filesystem;
+using devkit::injectedError;
+namespace kinds = devkit::kinds;
 
 namespace {
 
-std::error_code lastError() {
-    switch (errno) {
+std::error_code windowsError(int number) {
+    switch (number) {
         case ENOTEMPTY:
         case EEXIST:
-            return {errorDirectoryNotEmpty, std::system_category()};
+            number = errorDirectoryNotEmpty;
+            break;
         case EACCES:
         case EPERM:
-            return {errorAccessDenied, std::system_category()};
+            number = errorAccessDenied;
+            break;
+        case EBUSY:
+            number = errorSharingViolation;
+            break;
         default:
-            return {errno, std::system_category()};
+            break;
     }
+    return {number, std::system_category()};
 }
 
 bool isLink(const fs::path& path) {
@@ -30,7 +39,8 @@ bool isLink(const fs::path& path) {
 }
 
 std::error_code removeFile(const fs::path& file) {
-    return ::unlink(file.c_str()) == 0 ? std::error_code() : lastError();
+    if (const auto fault = injectedError("platform::removeFile", kinds::remove)) return windowsError(fault.value());
+    return ::unlink(file.c_str()) == 0 ? std::error_code() : windowsError(errno);
 }
 
 /// Whether somebody holds the folder, this process as well.
@@ -43,9 +53,12 @@ bool isHeld(const fs::path& directory) {
 }
 
 std::error_code removeDirectory(const fs::path& directory) {
+    if (const auto fault = injectedError("platform::removeDirectory", kinds::remove)) {
+        return windowsError(fault.value());
+    }
     if (isLink(directory)) return removeFile(directory);
     if (isHeld(directory)) return {errorSharingViolation, std::system_category()};
-    return ::rmdir(directory.c_str()) == 0 ? std::error_code() : lastError();
+    return ::rmdir(directory.c_str()) == 0 ? std::error_code() : windowsError(errno);
 }
 
 EntryKind kindOf(const fs::directory_entry& entry) {
@@ -57,7 +70,8 @@ EntryKind kindOf(const fs::directory_entry& entry) {
 
 std::vector<DirectoryEntry> list(const fs::path& directory) {
     std::vector<DirectoryEntry> entries;
-    std::error_code error;
+    std::error_code error = injectedError("platform::listDirectory", kinds::access);
+    if (error) return entries;
     for (fs::directory_iterator it(directory, error), end; !error && it != end; it.increment(error)) {
         entries.push_back({it->path(), kindOf(*it)});
     }

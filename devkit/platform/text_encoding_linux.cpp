@@ -1,10 +1,19 @@
 // Names are bytes here, and taken to be UTF-8.
+#include "injected_fault.h"
 #include "platform/text.h"
 #include "platform/text_encoding.h"
 
 #include <algorithm>
 
 namespace platform {
+namespace {
+
+void requireConversion(const char* call) {
+    const auto fault = devkit::injectedError(call, devkit::kinds::system);
+    if (fault) throw std::system_error(fault, "name conversion");
+}
+
+}  // namespace
 
 std::string utf8FromPath(const std::filesystem::path& path) {
     return path.native();
@@ -31,10 +40,12 @@ std::string utf8FromSystemText(std::string_view text) {
 }
 
 std::string fileSystemTextFromPath(const std::filesystem::path& path) {
+    requireConversion("platform::fileSystemTextFromPath");
     return path.native();
 }
 
 std::filesystem::path pathFromFileSystemText(std::string_view text) {
+    requireConversion("platform::pathFromFileSystemText");
     return text;
 }
 

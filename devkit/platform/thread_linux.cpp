@@ -1,3 +1,4 @@
+#include "injected_fault.h"
 #include "platform/thread.h"
 
 #include <dlfcn.h>
@@ -14,6 +15,8 @@ std::uint32_t currentThreadId() {
 }
 
 std::uint32_t runDetached(std::function<void()> task) {
+    const auto fault = devkit::injectedError("platform::runDetached", devkit::kinds::system);
+    if (fault) throw std::system_error(fault, "thread");
     // A module cannot unload itself here, so the caller's stays loaded for good.
     Dl_info caller{};
     if (::dladdr(__builtin_return_address(0), &caller) != 0) {

@@ -1,12 +1,13 @@
 #include "config/properties.h"
 
 #include "logging/log.h"
+#include "platform/files.h"
 #include "platform/module.h"
 #include "platform/text.h"
 
 #include <algorithm>
 #include <array>
-#include <fstream>
+#include <sstream>
 #include <stdexcept>
 #include <utility>
 
@@ -28,9 +29,10 @@ LoadedProperties& loadedProperties() {
 }
 
 LoadedProperties readProperties(const fs::path& file) {
-    std::ifstream text(file, std::ios::binary);
+    const auto text = platform::readFile(file);
     if (!text) return {};
-    return {file, parseProperties(text)};
+    std::istringstream lines(*text);
+    return {file, parseProperties(lines)};
 }
 
 void parseLine(std::string_view rawLine, PropertiesTable& table) {

@@ -9,6 +9,7 @@
 #include "nx/session.h"
 #include "nx/text.h"
 #include "platform/error_text.h"
+#include "platform/files.h"
 #include "platform/text_encoding.h"
 
 #include <NXOpen/BasePart.hxx>
@@ -153,7 +154,7 @@ std::string runClone(NXOpen::BasePart& part, const std::string& directory) {
 class DirectorySnapshot {
  public:
     explicit DirectorySnapshot(const fs::path& directory) {
-        for (const auto& file : listExportedFiles(directory)) setBack(file.path);
+        for (const auto& file : listExportedFiles(directory)) setBack(file);
         for (const auto& file : listExportedFiles(directory)) files_.emplace(file.path, file);
     }
 
@@ -165,10 +166,12 @@ class DirectorySnapshot {
 
  private:
     /// Moves the write time two seconds back, so that writing the file again changes it even with a coarse file clock.
-    static void setBack(const fs::path& file) {
-        std::error_code error;
-        const auto written = fs::last_write_time(file, error);
-        if (!error) fs::last_write_time(file, written - std::chrono::seconds(2), error);
+    static void setBack(const ExportedFile& file) {
+        try {
+            platform::setLastWriteTime(file.path, file.facts.written - std::chrono::seconds(2));
+        } catch (const fs::filesystem_error&) {
+            // The file clock then has to be fine enough.
+        }
     }
 
     std::map<fs::path, ExportedFile> files_;

@@ -136,16 +136,11 @@ fs::path allocateDirectory() {
     throw std::runtime_error("Unable to allocate a unique session temp directory.");
 }
 
-bool isSessionDirectory(const fs::directory_entry& entry) {
-    std::error_code error;
-    return entry.symlink_status(error).type() == fs::file_type::directory &&
-           platform::utf8FromPath(entry.path().filename()).rfind(namePrefix, 0) == 0;
-}
-
 void deleteSessionDirectoriesIn(const fs::path& base) {
-    std::error_code unreadable;
-    for (fs::directory_iterator entry(base, unreadable); entry != fs::directory_iterator(); ++entry) {
-        if (isSessionDirectory(*entry)) sweepTree(entry->path());
+    for (const auto& entry : platform::systemTreeOperations().list(base)) {
+        const fs::path name = entry.path.filename();
+        const bool hasPrefix = platform::utf8FromPath(name).rfind(namePrefix, 0) == 0;
+        if (hasPrefix && entry.kind == platform::EntryKind::directory) sweepTree(base / name);
     }
 }
 

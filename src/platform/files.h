@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -33,6 +34,14 @@ FileTime lastWriteTime(const std::filesystem::path& file);
 /// True for an ordinary file: it exists and is no directory, symbolic link or mount point. False as well when its
 /// status cannot be read. Any thread; throws only when memory runs out.
 bool isRegularFile(const std::filesystem::path& file);
+
+/// Sets the last write time of `file`. Any thread. Throws std::filesystem::filesystem_error of the operation
+/// "set_last_write_time".
+void setLastWriteTime(const std::filesystem::path& file, FileTime time);
+
+/// All bytes of `file`, while others may read, write and delete it; absent when it cannot be opened or read to its end.
+/// Any thread; throws only when memory runs out.
+std::optional<std::string> readFile(const std::filesystem::path& file);
 
 /// Size and write time of a file.
 struct FileFacts {

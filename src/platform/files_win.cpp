@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <array>
+
 namespace platform {
 namespace fs = std::filesystem;
 
@@ -16,6 +18,20 @@ WIN32_FILE_ATTRIBUTE_DATA attributesOf(const fs::path& file, const char* operati
     }
     return data;
 }
+
+struct HandleCloser {
+    using pointer = HANDLE;
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+
+/// Opens an existing file or folder and lets others use it as `sharing` says; null when that fails.
+std::unique_ptr<HANDLE, HandleCloser> openExisting(const fs::path& path, DWORD access, DWORD sharing) {
+    const HANDLE handle = CreateFileW(extendedPath(path).c_str(), access, sharing, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    return std::unique_ptr<HANDLE, HandleCloser>(handle != INVALID_HANDLE_VALUE ? handle : nullptr);
+}
+
+constexpr DWORD shareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 }  // namespace
 
@@ -51,6 +67,28 @@ FileTime lastWriteTime(const fs::path& file) {
     const auto data = attributesOf(file, "last_write_time");
     const auto ticks = joinTicks(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime);
     return FileTime(std::chrono::duration_cast<FileTime::duration>(ticks - from1601To1970));
+}
+
+void setLastWriteTime(const fs::path& file, FileTime time) {
+    const auto sinceEpoch = std::chrono::duration_cast<WindowsTicks>(time.time_since_epoch());
+    const auto ticks = static_cast<std::uint64_t>((sinceEpoch + from1601To1970).count());
+    const FILETIME fileTime{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+    const auto handle = openExisting(file, FILE_WRITE_ATTRIBUTES, shareWithAll);
+    if (!handle || !SetFileTime(handle.get(), nullptr, nullptr, &fileTime)) {
+        throw fs::filesystem_error("set_last_write_time", file, lastError());
+    }
+}
+
+std::optional<std::string> readFile(const fs::path& file) {
+    const auto handle = openExisting(file, GENERIC_READ, shareWithAll);
+    if (!handle) return std::nullopt;
+    std::string bytes;
+    std::array<char, 4096> piece{};
+    for (DWORD count = 0; ReadFile(handle.get(), piece.data(), static_cast<DWORD>(piece.size()), &count, nullptr);) {
+        if (count == 0) return bytes;
+        bytes.append(piece.data(), count);
+    }
+    return std::nullopt;
 }
 
 bool isRegularFile(const fs::path& file) {
@@ -102,11 +140,7 @@ fs::path shortPath(const fs::path& path) {
 
 std::shared_ptr<void> holdDirectory(const fs::path& directory) {
     // Without FILE_SHARE_DELETE: others may use the folder, but not delete it.
-    const HANDLE handle =
-        CreateFileW(extendedPath(directory).c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) return nullptr;
-    return {handle, CloseHandle};
+    return openExisting(directory, FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE);
 }
 
 }  // namespace platform

@@ -45,8 +45,8 @@ TEST_F(NxopenInterceptor, callsOnAnotherThreadFailAndAreKept) {
 TEST_F(NxopenInterceptor, failsTheNumberedCallByStatusExceptionOrNull) {
     interceptor.addFault({"UF_initialize", 2, 17});
     interceptor.addFault({"NXOpen::Session::GetSession", 1, 1, "No licence."});
-    interceptor.addFault({"NXOpen::Session::GetSession", 2, 1, "", true});
-    interceptor.addFault({"NXOpen::NXMessageBox::Show", 0, 1, "No box.", true});
+    interceptor.addFault({"NXOpen::Session::GetSession", 2, 1, "", devkit::FaultKind::null});
+    interceptor.addFault({"NXOpen::NXMessageBox::Show", 0, 1, "No box.", devkit::FaultKind::null});
     interceptor.addFault({"", 10, 5});
     EXPECT_EQ(UF_initialize(), 0);
     EXPECT_EQ(UF_initialize(), 17);

@@ -80,7 +80,7 @@ TEST(BuiltLibrary, canBeLoadedRunAndUnloadedManyTimes) {
     constexpr std::size_t rounds = 40;
     for (std::size_t round = 0; round < rounds; ++round) useOnce();
     EXPECT_LE(held(), before + 2);
-    EXPECT_EQ(interceptor.counts().at("NXOpen::UI::CreateDialog"), 2 * (rounds + 1));
+    EXPECT_EQ(interceptor.counts().at("NXOpen::UI::CreateDialog").count, 2 * (rounds + 1));
     EXPECT_THAT(interceptor.violations(), testing::IsEmpty());
     EXPECT_EQ(interceptor.bracketDepth(), 0);
     EXPECT_THAT(devkit::Session::instance().helpContexts, testing::IsEmpty());

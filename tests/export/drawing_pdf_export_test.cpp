@@ -37,7 +37,7 @@ TEST_F(DrawingPdfExport, onlyAFileWrittenNowCounts) {
     setWrittenBefore(platform::pathFromUtf8(file));
     EXPECT_EQ(exportBolt(), file);
     setWrittenBefore(platform::pathFromUtf8(file));
-    interceptor.addFault({"NXOpen::PrintPDFBuilder::Commit", 3, 1, "", true});
+    interceptor.addFault({"NXOpen::PrintPDFBuilder::Commit", 3, 1, "", devkit::FaultKind::null});
     EXPECT_EQ(exportBolt(), "");
     EXPECT_EQ(heads().back(), "WARNING Drawing PDF export did not produce a new or updated file");
 }
@@ -51,7 +51,7 @@ TEST_F(DrawingPdfExport, hostWithoutABuilderGivesNoFile) {
         {"NXOpen::PrintPDFBuilder::SourceBuilder", "PDF source builder"}};
     for (const auto& [call, missing] : cases) {
         interceptor.reset();
-        interceptor.addFault({call, 1, 1, "", true});
+        interceptor.addFault({call, 1, 1, "", devkit::FaultKind::null});
         EXPECT_EQ(exportBolt(), "");
         EXPECT_EQ(heads().back(), "WARNING Drawing PDF export failed because NX returned no " + missing);
     }

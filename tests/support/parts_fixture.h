@@ -73,7 +73,7 @@ class PartsTest : public testing::Test {
 
     std::size_t calls(const std::string& name) const {
         const auto found = interceptor.counts().find(name);
-        return found == interceptor.counts().end() ? 0 : found->second;
+        return found == interceptor.counts().end() ? 0 : found->second.count;
     }
 
     NXOpen::BasePart* object(const std::string& name) { return session.object(name); }

@@ -202,7 +202,7 @@ TEST_F(TraceableId, hostFailuresStayInside) {
     // An attribute that cannot be read counts as absent, and a session that is gone has no displayed part.
     interceptor.addFault({"NXOpen::NXObject::GetUserAttributeAsString", 1});
     EXPECT_EQ(pivra::resolveDisplayTraceableId(object("bolt")), legacyId);
-    interceptor.addFault({"NXOpen::Session::GetSession", 1, 1, "", true});
+    interceptor.addFault({"NXOpen::Session::GetSession", 1, 1, "", devkit::FaultKind::null});
     interceptor.addFault({"NXOpen::NXObject::HasUserAttribute", 2});
     EXPECT_EQ(resolve(), legacyId);
     EXPECT_THAT(writes, IsEmpty());

@@ -50,8 +50,8 @@ class DialogTest : public testing::Test {
     DialogTest() { folder.startLogging(); }
     ~DialogTest() override { EXPECT_EQ(devkit::liveObjects(), 0); }
 
-    static void fail(const char* call, std::size_t number, bool null = false) {
-        devkit::CallInterceptor::instance().addFault({call, number, 1, "Fault.", null});
+    static void fail(const char* call, std::size_t number, devkit::FaultKind kind = devkit::FaultKind::error) {
+        devkit::CallInterceptor::instance().addFault({call, number, 1, "Fault.", kind});
     }
 
     test_support::PluginFolder folder;

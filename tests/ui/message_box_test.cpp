@@ -17,7 +17,7 @@ TEST_F(DialogTest, MessageBoxTellsWhatEscapes) {
 }
 
 TEST_F(DialogTest, MessageBoxIsLoggedWhenItCannotBeShown) {
-    fail("NXOpen::UI::NXMessageBox", 1, true);
+    fail("NXOpen::UI::NXMessageBox", 1, devkit::FaultKind::null);
     EXPECT_THROW(ui::ShowErrorMessage("x"), std::exception);
     fail("NXOpen::NXMessageBox::Show", 0);
     ui::guardCallback([] { throw std::runtime_error("callback"); });

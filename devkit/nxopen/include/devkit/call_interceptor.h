@@ -1,5 +1,6 @@
-// Every call of the stand-in host's interface passes the interceptor: it checks the thread and the bracket of the C
-// interface, records the call, and injects faults.
+// Every call that the plug-in makes to its neighbours passes the interceptor: the stand-in host, the client library of
+// the service, and, where they are stand-ins, files and Windows. It checks the thread and the bracket of the host's C
+// interface, counts the calls, and injects faults.
 #pragma once
 
 #include <nxopen_export.h>
@@ -8,26 +9,52 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
+#include <span>
 #include <string>
 #include <thread>
 #include <vector>
 
 namespace devkit {
 
-/// One call to fail: the `number`th (from 1) call of `call`, or of any call when the name is empty; 0 fails each of
-/// them. Calls of the C interface return `status`; others throw an NXException that says `message`, or return null when
-/// `null` is set and they return a pointer. What ends something (a bracket, a clone session, a help context, a builder)
-/// ends it although the call fails.
+/// How a call fails.
+enum class FaultKind {
+    error,      ///< a status, the host's exception, an error of the service or of the system
+    exception,  ///< a std::exception
+    unknown,    ///< an exception of a type that nobody knows
+    null,       ///< null instead of a pointer
+    empty,      ///< empty texts, and nothing done
+    missing,    ///< what is asked for is not there
+    denied,     ///< access is denied
+    shared,     ///< another program holds the file
+    full,       ///< the disk is full, after half the bytes
+    vanished,   ///< somebody has deleted the file just before
+    late,       ///< done, but a moment later
+    cutOff      ///< done, but the answer is lost
+};
+
+/// The ways in which a call can fail, the usual one first. Of static lifetime.
+using FaultKinds = std::span<const FaultKind>;
+
+/// One call to fail: the `number`th (from 1) call of `call`, or of any call of the host when the name is empty; 0 fails
+/// each of them. A call that cannot fail in this way fails in its usual one. What ends something (a bracket, a clone
+/// session, a help context, a builder) ends it although the call fails.
 struct Fault {
     std::string call;
     std::size_t number = 1;
-    int status = 1;
+    int status = 1;  ///< of the C interface
     std::string message = "The operation failed.";
-    bool null = false;
+    FaultKind kind = FaultKind::error;
 };
 
-/// A call on another thread is a violation and fails; everything else is for the host's thread. calls(), counts() and
-/// violations() are read when no other thread calls.
+/// How often a call was made, and how it can fail.
+struct CallCount {
+    std::size_t count = 0;
+    FaultKinds kinds;
+};
+
+/// A call of the host on another thread is a violation and fails; other neighbours may be called on any.
+/// calls(), counts() and violations() are read when no other thread calls.
 class NXOPEN_EXPORT CallInterceptor {
  public:
     static CallInterceptor& instance();
@@ -36,11 +63,11 @@ class NXOPEN_EXPORT CallInterceptor {
     void reset();
     void addFault(const Fault& fault);
 
-    /// The names of all calls so far, in order, a method's with the class in whose header it stands: "UF_initialize",
-    /// "NXOpen::BasePart::Save", "NXOpen::PrintPDFBuilder::Commit".
+    /// The names of all calls of the host so far, in order, a method's with the class in whose header it stands:
+    /// "UF_initialize", "NXOpen::BasePart::Save", "NXOpen::PrintPDFBuilder::Commit".
     const std::vector<std::string>& calls() const { return calls_; }
-    /// How often each was called.
-    const std::map<std::string, std::size_t>& counts() const { return counts_; }
+    /// The calls of all neighbours.
+    const std::map<std::string, CallCount>& counts() const { return counts_; }
     /// Broken rules, each a sentence: a call on another thread, a call of the C interface outside its bracket, a
     /// bracket or help context left open (asked by the host after each run).
     const std::vector<std::string>& violations() const { return violations_; }
@@ -53,25 +80,31 @@ class NXOPEN_EXPORT CallInterceptor {
     bool bracketRefused() const { return bracketRefused_; }
 
     // What the stand-ins call. enterUf returns 0 or the status to return; enter throws, or returns false when the call
-    // returns a pointer and is to return null.
-    int enterUf(const char* name, bool needsBracket = true);
-    bool enter(const char* name, bool returnsPointer = false);
+    // is to return null.
+    int enterUf(const char* name, FaultKinds kinds, bool needsBracket = true);
+    bool enter(const char* name, FaultKinds kinds);
+    /// Enters a call of another neighbour; the fault that it is to have, if any.
+    std::optional<Fault> enterOther(const char* name, FaultKinds kinds);
+    /// Whether the host's present call is to give empty texts.
+    bool emptied() const { return emptied_; }
     /// UF_initialize returns `status`.
     void bracketAsked(int status);
     void bracketClosed();
 
  private:
-    const Fault* record(const char* name);
+    std::optional<Fault> record(const char* name, FaultKinds kinds, std::size_t hostCall);
+    std::optional<Fault> recordHostCall(const char* name, FaultKinds kinds);
     bool onHostThread(const char* name);
 
     std::mutex mutex_;
     std::thread::id hostThread_ = std::this_thread::get_id();
     std::vector<std::string> calls_;
-    std::map<std::string, std::size_t> counts_;
+    std::map<std::string, CallCount> counts_;
     std::vector<Fault> faults_;
     std::vector<std::string> violations_;
     int bracketDepth_ = 0;
     bool bracketRefused_ = false;
+    bool emptied_ = false;
 };
 
 }  // namespace devkit

@@ -123,4 +123,7 @@ NXOPEN_EXPORT void editPart(const nlohmann::json& change, const std::filesystem:
 /// Adds the fault that a session or a replay step describes; members may be absent.
 NXOPEN_EXPORT void addFault(const nlohmann::json& description);
 
+/// {name: {"count", "kinds"}} of the calls of all neighbours, the kinds as in the description of a fault.
+NXOPEN_EXPORT nlohmann::json callCounts();
+
 }  // namespace devkit
