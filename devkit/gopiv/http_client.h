@@ -24,6 +24,9 @@ std::string encodeFields(const Fields& fields);
 /// Reads such a text; a "+" is a blank, and the last of several equal names wins.
 Fields parseFields(const std::string& text);
 
+/// How each secret of the service begins (codes, states, tokens), so that it is found wherever it should not be.
+inline constexpr std::string_view secretMark = "5ec2e75ec2e7";
+
 struct HttpAnswer {
     int status = 0;
     std::string location;  ///< full address of a redirection, otherwise empty

@@ -1,5 +1,6 @@
 #include "text.h"
 
+#include <http_client.h>
 #include <algorithm>
 #include <boost/date_time/posix_time/posix_time.hpp>
 #include <random>
@@ -14,8 +15,8 @@ std::string utcNow() {
 std::string randomSecret() {
     std::random_device device;
     std::uniform_int_distribution<std::size_t> digit(0, 15);
-    std::string secret(64, ' ');
-    std::generate(secret.begin(), secret.end(), [&] { return "0123456789abcdef"[digit(device)]; });
+    std::string secret(devkit::secretMark);
+    std::generate_n(std::back_inserter(secret), 64 - secret.size(), [&] { return "0123456789abcdef"[digit(device)]; });
     return secret;
 }
 

@@ -19,7 +19,7 @@ struct SilentRefusal {};
 /// The current time in UTC: "YYYY-MM-DDTHH:MM:SSZ".
 std::string utcNow();
 
-/// 64 random hexadecimal digits.
+/// devkit::secretMark and random digits: 64 hexadecimal digits.
 std::string randomSecret();
 
 using devkit::pathOf;

@@ -7,8 +7,10 @@
 
 #include <devkit/call_interceptor.h>
 #include <devkit/session.h>
+#include <http_client.h>
 
 #include <regex>
+#include <set>
 
 namespace nxhost {
 
@@ -20,10 +22,19 @@ std::string placeOf(std::size_t step) {
     return "replay.steps[" + std::to_string(step) + "]: ";
 }
 
-// Tokens, codes and states of sign-ins are runs of 64 hexadecimal digits, and nothing else in a log is.
-bool holdsSecret(const std::string& text) {
-    static const std::regex secret("[0-9a-f]{64}");
-    return std::regex_search(text, secret);
+// Tokens, codes and states of sign-ins begin with a mark, and so are found in part as well. In a log any run of 64
+// hexadecimal digits is taken for one.
+bool holdsSecret(const std::string& bytes, bool isLog) {
+    static const std::regex digits("[0-9a-f]{64}");
+    return bytes.find(devkit::secretMark) != std::string::npos || (isLog && std::regex_search(bytes, digits));
+}
+
+// A step is the replay's own. Secrets of addresses are hidden as "***", and only these other events have addresses.
+bool holdsSecret(const Event& event) {
+    static const std::set<std::string> hiding{"opened", "page", "browsed", "log"};
+    if (event["event"] == "step") return false;
+    const auto text = event.dump(-1, ' ', false, Event::error_handler_t::replace);
+    return holdsSecret(text, false) || (!hiding.contains(event["event"]) && text.find("=***") != std::string::npos);
 }
 
 }  // namespace
@@ -120,12 +131,15 @@ void Player::checkTemporaryFiles() {
 }
 
 void Player::checkSecrets() {
-    for (const auto& entry : fs::recursive_directory_iterator(context_.sandbox.root()))
-        if (entry.path().extension() == ".log" && holdsSecret(readFile(entry.path())))
-            faults_.push_back("A secret of a sign-in stands in " + utf8(entry.path().filename()) + ".");
+    for (const fs::path file : fs::recursive_directory_iterator(context_.sandbox.root())) {
+        const auto kind = file.extension();
+        if (kind == ".dll" || kind == ".so") continue;  // large, and copied here by the host
+        if (holdsSecret(readFile(file), kind == ".log"))
+            faults_.push_back("A secret of a sign-in stands in " + utf8(file.filename()) + ".");
+    }
     for (const auto& event : context_.transcript.events())
-        if (event["event"] == "message-box" && holdsSecret(event["text"].get<std::string>()))
-            faults_.push_back("A secret of a sign-in stands in a message box.");
+        if (holdsSecret(event))
+            faults_.push_back("A secret of a sign-in stands in an event " + event["event"].get<std::string>() + ".");
 }
 
 }  // namespace nxhost
