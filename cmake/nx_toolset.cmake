@@ -15,5 +15,7 @@ set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
 # Without this, a process with an older msvcp140.dll crashes at its first std::mutex.
 target_compile_definitions(pivra_options INTERFACE _DISABLE_CONSTEXPR_MUTEX_CONSTRUCTOR)
 if(MSVC)
-  add_link_options(/INCREMENTAL:NO /OPT:REF /OPT:ICF)
+  # Control-flow guard; the resource compiler does not know the option.
+  add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:/guard:cf>")
+  add_link_options(/INCREMENTAL:NO /OPT:REF /OPT:ICF /guard:cf /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT)
 endif()

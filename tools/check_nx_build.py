@@ -97,6 +97,19 @@ def check_numbers():
         check_refusal(f"a changed value of {name} stops the build", result, f"differs from {name} in the headers")
 
 
+def check_control_flow_guard():
+    """What the preset nx asks of MSVC, which is not here: its toolset file with the commands that take options replaced."""
+    script = BUILD / "toolset.cmake"
+    script.write_text("set(MSVC ON)\nset(MSVC_VERSION 1929)\nset(CMAKE_SIZEOF_VOID_P 8)\n"
+                      "set(CMAKE_CXX_COMPILER_ARCHITECTURE_ID x64)\nfunction(target_compile_definitions)\nendfunction()\n" +
+                      "".join(f"function(add_{kind}_options)\nmessage(\"{kind}: ${{ARGN}}\")\nendfunction()\n"
+                              for kind in ("compile", "link")) + f"include({SOURCES}/cmake/nx_toolset.cmake)\n")
+    said = subprocess.run(["cmake", "-P", script], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True).stdout
+    for kind in ("compile", "link"):
+        asked = any(line.startswith(f"{kind}: ") and "/guard:cf" in line for line in said.splitlines())
+        check(f"MSVC is asked to {kind} with control-flow guard", "" if asked else said)
+
+
 def check_library():
     hosts = [f"{name}.dll" for name in nx_installation.LIBRARIES]
     library = BUILD / "bin/nx-integration.dll"
@@ -133,6 +146,7 @@ def main():
     check_what_is_missing()
     if check_success("it configures", configure()) and check_success("it builds", run("ninja", "-C", BUILD)):
         check_numbers()
+        check_control_flow_guard()
         check_library()
         check_package()
     return status()
