@@ -22,6 +22,7 @@ std::error_code windowsError(int number) {
             break;
         case EACCES:
         case EPERM:
+        case ENOTDIR:  // also a link where a folder was
             number = errorAccessDenied;
             break;
         case EBUSY:
@@ -33,32 +34,44 @@ std::error_code windowsError(int number) {
     return {number, std::system_category()};
 }
 
-bool isLink(const fs::path& path) {
-    std::error_code ignored;
-    return fs::is_symlink(fs::symlink_status(path, ignored));
-}
-
-std::error_code removeFile(const fs::path& file) {
-    if (const auto fault = injectedError("platform::removeFile", kinds::remove)) return windowsError(fault.value());
-    return ::unlink(file.c_str()) == 0 ? std::error_code() : windowsError(errno);
-}
-
 /// Whether somebody holds the folder, this process as well.
-bool isHeld(const fs::path& directory) {
-    const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+bool isHeld(int parent, const char* name) {
+    const int descriptor = ::openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (descriptor < 0) return false;
     const bool held = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0;
     ::close(descriptor);
     return held;
 }
 
-std::error_code removeDirectory(const fs::path& directory) {
-    if (const auto fault = injectedError("platform::removeDirectory", kinds::remove)) {
-        return windowsError(fault.value());
+std::error_code removeFileIn(int parent, const char* name) {
+    return ::unlinkat(parent, name, 0) == 0 ? std::error_code() : windowsError(errno);
+}
+
+std::error_code removeDirectoryIn(int parent, const char* name) {
+    char target = 0;
+    if (::readlinkat(parent, name, &target, 1) >= 0) return removeFileIn(parent, name);
+    if (isHeld(parent, name)) return {errorSharingViolation, std::system_category()};
+    return ::unlinkat(parent, name, AT_REMOVEDIR) == 0 ? std::error_code() : windowsError(errno);
+}
+
+/// Calls `remove` with the open folder that `path`, in the tree `root`, stands in, and its name there. From the folder
+/// that holds `root` on, no link is followed.
+std::error_code removeIn(const fs::path& root, const fs::path& path, std::error_code (*remove)(int, const char*)) {
+    if (const auto fault = injectedError("platform::remove", kinds::remove)) return windowsError(fault.value());
+    constexpr int flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+    const auto base = root.parent_path();
+    const auto name = base.empty() ? path : path.lexically_relative(base);
+    int folder = ::open(base.empty() ? "." : base.c_str(), flags);
+    for (const auto& step : name.parent_path()) {
+        if (folder < 0) break;
+        const int next = ::openat(folder, step.c_str(), flags | O_NOFOLLOW);
+        ::close(folder);
+        folder = next;
     }
-    if (isLink(directory)) return removeFile(directory);
-    if (isHeld(directory)) return {errorSharingViolation, std::system_category()};
-    return ::rmdir(directory.c_str()) == 0 ? std::error_code() : windowsError(errno);
+    if (folder < 0) return windowsError(errno);
+    const auto result = remove(folder, name.filename().c_str());
+    ::close(folder);
+    return result;
 }
 
 EntryKind kindOf(const fs::directory_entry& entry) {
@@ -68,7 +81,10 @@ EntryKind kindOf(const fs::directory_entry& entry) {
     return leadsToDirectory ? EntryKind::directory : EntryKind::file;
 }
 
-std::vector<DirectoryEntry> list(const fs::path& directory) {
+}  // namespace
+
+// Goes by names alone: what a listing that was led elsewhere names cannot be removed.
+std::vector<DirectoryEntry> listDirectory(const fs::path& directory) {
     std::vector<DirectoryEntry> entries;
     std::error_code error = injectedError("platform::listDirectory", kinds::access);
     if (error) return entries;
@@ -78,10 +94,9 @@ std::vector<DirectoryEntry> list(const fs::path& directory) {
     return entries;
 }
 
-}  // namespace
-
-TreeOperations systemTreeOperations() {
-    return {list, removeFile, removeDirectory};
+TreeOperations systemTreeOperations(const fs::path& root) {
+    return {listDirectory, [root](const fs::path& file) { return removeIn(root, file, removeFileIn); },
+            [root](const fs::path& directory) { return removeIn(root, directory, removeDirectoryIn); }};
 }
 
 }  // namespace platform

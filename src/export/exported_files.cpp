@@ -36,13 +36,12 @@ bool isBetter(const ExportedFile& left, const ExportedFile& right) {
 
 std::vector<ExportedFile> listExportedFiles(const fs::path& directory) {
     // Not std::filesystem's recursive iterator, which follows links with some compilers.
-    const auto operations = platform::systemTreeOperations();
     std::vector<ExportedFile> files;
     std::vector<fs::path> folders{directory};
     while (!folders.empty()) {
         const fs::path folder = folders.back();
         folders.pop_back();
-        for (const auto& entry : operations.list(folder)) {
+        for (const auto& entry : platform::listDirectory(folder)) {
             const fs::path path = folder / entry.path.filename();
             if (entry.kind == platform::EntryKind::directory) folders.push_back(path);
             if (entry.kind == platform::EntryKind::file) addFile(path, files);

@@ -137,7 +137,7 @@ fs::path allocateDirectory() {
 }
 
 void deleteSessionDirectoriesIn(const fs::path& base) {
-    for (const auto& entry : platform::systemTreeOperations().list(base)) {
+    for (const auto& entry : platform::listDirectory(base)) {
         const fs::path name = entry.path.filename();
         const bool hasPrefix = platform::utf8FromPath(name).rfind(namePrefix, 0) == 0;
         if (hasPrefix && entry.kind == platform::EntryKind::directory) sweepTree(base / name);

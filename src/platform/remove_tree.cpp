@@ -45,6 +45,14 @@ std::error_code removeOnce(const std::filesystem::path& directory, const TreeOpe
 
 }  // namespace
 
+std::error_code removeTree(const std::filesystem::path& directory) noexcept {
+    try {
+        return removeTree(directory, systemTreeOperations(directory));
+    } catch (...) {
+        return {errorNotEnoughMemory, std::system_category()};
+    }
+}
+
 std::error_code removeTree(const std::filesystem::path& directory, const TreeOperations& operations) noexcept {
     try {
         auto error = removeOnce(directory, operations);

@@ -4,9 +4,11 @@
 #include <support/plugin_folder.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <deque>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <stdexcept>
 
 namespace {
@@ -135,24 +137,39 @@ TEST_F(RemoveTreeOnDisk, removesPathsOverTheOldLimit) {
     EXPECT_FALSE(fs::exists(tree_));
 }
 
+// A link that is there, and one that another program puts in place of a folder just before or after it is listed.
 TEST_F(RemoveTreeOnDisk, leavesWhatLinksLeadTo) {
-    const auto outside = folder_.writeFile("outside/precious.prt", "x");
-    fs::create_directory(tree_);
-    const test_support::DirectoryLink link(tree_ / "link", folder_.path() / "outside");
-    platform::removeTree(tree_);
-    EXPECT_EQ(test_support::readFile(outside), "x");
+    const auto plantLink = [this] {
+        fs::rename(tree_ / "sub", folder_.path() / ("aside" + std::to_string(std::rand())));
+        return std::make_unique<test_support::DirectoryLink>(tree_ / "sub", folder_.path() / "outside");
+    };
+    enum Moment { before, atListing, afterListing };
+    for (const auto moment : {before, atListing, afterListing}) {
+        const auto outside = folder_.writeFile("outside/deep/precious.prt", "x");
+        const auto beside = folder_.writeFile("outside/beside.prt", "x");
+        for (const char* name : {"deep/precious.prt", "beside.prt"}) folder_.writeFile(tree_ / "sub" / name, "y");
+        auto link = moment == before ? plantLink() : nullptr;
+        auto operations = platform::systemTreeOperations(tree_);
+        operations.list = [&, list = operations.list](const fs::path& path) {
+            auto entries = list(path);
+            if (link || path.filename() != "sub") return entries;
+            link = plantLink();
+            return moment == atListing ? list(path) : entries;
+        };
+        removeTree(tree_, operations);
+        ASSERT_TRUE(link);
+        EXPECT_EQ(test_support::readFile(outside), "x");
+        EXPECT_EQ(test_support::readFile(beside), "x");
 #ifndef _WIN32  // what stands in for Windows in the cross build cannot remove such a link
-    EXPECT_FALSE(fs::exists(tree_));
+        EXPECT_FALSE(fs::exists(fs::symlink_status(tree_)));
 #endif
+    }
 }
 
-TEST_F(RemoveTreeOnDisk, neitherALinkNorAFileIsATree) {
-    const auto outside = folder_.writeFile("outside/precious.prt", "x");
-    const test_support::DirectoryLink link(tree_, folder_.path() / "outside");
-    platform::removeTree(tree_);
-    EXPECT_EQ(test_support::readFile(outside), "x");
-    EXPECT_TRUE(platform::removeTree(outside));
-    EXPECT_EQ(test_support::readFile(outside), "x");
+TEST_F(RemoveTreeOnDisk, aFileIsNoTree) {
+    const auto file = folder_.writeFile("precious.prt", "x");
+    EXPECT_TRUE(platform::removeTree(file));
+    EXPECT_EQ(test_support::readFile(file), "x");
 }
 
 }  // namespace
