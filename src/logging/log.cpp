@@ -68,7 +68,7 @@ std::string formatLine(LogLevel lineLevel, std::string_view text) {
     line += displayName(lineLevel);
     line += "] ";
     if (text.substr(0, libraryPrefix.size()) != libraryPrefix) line += "[Pivra] ";
-    line += text;
+    line += platform::oneLine(text);
     return line += "\r\n";
 }
 

@@ -17,8 +17,9 @@ enum class LogLevel : std::int32_t { debug = 0, info = 1, warning = 2, error = 3
 /// Name of the plug-in's log file in the log directory.
 inline constexpr const char* logFileName = "pivra-integration.log";
 
-/// Writes one line at the named level, subject to the current level. `text` goes out byte by byte; UTF-8 is expected.
-/// Unless `text` begins with "[cpp-piv]", "[Pivra] " is put before it. Any thread; never throws.
+/// Writes one line at the named level, subject to the current level. `text` goes out byte by byte, UTF-8 is expected,
+/// but for control characters: a name that holds a line break must not look like a line of its own
+/// (platform::oneLine()). Unless `text` begins with "[cpp-piv]", "[Pivra] " is put before it. Any thread; never throws.
 void LogDebug(std::string_view text);
 void LogInfo(std::string_view text);
 void LogWarning(std::string_view text);

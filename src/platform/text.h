@@ -11,6 +11,9 @@ namespace platform {
 /// `text` without blanks, tabs, carriage returns and line feeds (these four) at both ends.
 std::string Trim(std::string_view text);
 
+/// `text` with a blank for each ASCII control character but the tab: it can neither end a line nor begin one.
+std::string oneLine(std::string_view text);
+
 /// Byte-wise lower case of the letters A to Z.
 std::string toLower(std::string_view text);
 

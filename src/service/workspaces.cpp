@@ -45,7 +45,7 @@ std::optional<cpp_piv::CppPivWorkspace> findWorkspaceById(const std::vector<cpp_
 }
 
 std::string workspaceLabel(const std::string& name) {
-    return name.empty() ? "(unnamed workspace)" : name;
+    return name.empty() ? "(unnamed workspace)" : platform::oneLine(name);
 }
 
 RevisionLookupResult lookupRevision(std::int64_t selectedIdentifier,

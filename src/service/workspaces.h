@@ -49,7 +49,7 @@ WorkspaceLoadResult loadWorkspaces(const auth::AuthSession& session, const Works
 std::optional<cpp_piv::CppPivWorkspace> findWorkspaceById(const std::vector<cpp_piv::CppPivWorkspace>& workspaces,
                                                           std::int64_t identifier);
 
-/// `name`, or a stand-in for an empty one.
+/// `name` on one line, or a stand-in for an empty one.
 std::string workspaceLabel(const std::string& name);
 
 RevisionLookupResult lookupRevision(std::int64_t selectedIdentifier,

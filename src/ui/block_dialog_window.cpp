@@ -4,6 +4,7 @@
 #include "nx/text.h"
 #include "platform/error_text.h"
 #include "platform/module.h"
+#include "platform/text.h"
 #include "platform/text_encoding.h"
 #include "ui/message_box.h"
 
@@ -64,7 +65,8 @@ std::unique_ptr<NXOpen::BlockStyler::PropertyList> BlockDialogWindow::properties
 }
 
 void BlockDialogWindow::setText(const char* blockId, const char* property, const std::string& text) {
-    if (const auto properties = propertiesOf(blockId)) properties->SetString(property, nx::toHost(text));
+    if (const auto properties = propertiesOf(blockId))
+        properties->SetString(property, nx::toHost(platform::oneLine(text)));
 }
 
 void BlockDialogWindow::setLabel(const char* blockId, const std::string& text) {

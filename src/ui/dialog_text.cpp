@@ -124,7 +124,7 @@ std::string leftBlanks(std::size_t length, std::size_t rowWidth) {
 
 std::string failureReport(const std::string& fileName, const std::string& workspaceName, const std::string& details) {
     std::string text = "Pivra upload failed.";
-    if (!fileName.empty()) text += "\n\nFile: " + fileName;
+    if (!fileName.empty()) text += "\n\nFile: " + platform::oneLine(fileName);
     if (!workspaceName.empty()) text += "\nWorkspace: " + workspaceName;
     return text + "\n\nDetails: " + (details.empty() ? failedWithoutDetails : details);
 }

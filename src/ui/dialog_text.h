@@ -94,8 +94,8 @@ std::string modelWorkspaceText(const std::string& modelName, const std::string& 
 std::string leftBlanks(std::size_t length, std::size_t rowWidth);
 inline constexpr const char* rightBlanks = "   ";
 
-/// The text of the box for a failed upload. Names that are not known are empty and left out; without `details` a fixed
-/// sentence stands for them.
+/// The text of the box for a failed upload. A name stands on one line, and one that is not known is empty and left out;
+/// without `details` a fixed sentence stands for them.
 std::string failureReport(const std::string& fileName, const std::string& workspaceName, const std::string& details);
 
 }  // namespace ui

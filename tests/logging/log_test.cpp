@@ -40,11 +40,12 @@ TEST_F(Log, writesLinesFromTheCurrentLevelOn) {
 }
 
 TEST_F(Log, bytesGoOutAsTheyAreBehindTimeAndOffset) {
-    logging::LogInfo(std::string_view("Gr\xC3\xB6\xC3\x9F\0\xFF", 8));
+    // But for control characters: a name with a line break must not look like two lines.
+    logging::LogInfo(std::string_view("Gr\xC3\xB6\xC3\x9F\0\r\n\x1B\t\xFF", 12));
     const auto bytes = test_support::readFile(file_);
     ASSERT_GT(bytes.size(), 28u);
     EXPECT_TRUE(std::regex_match(bytes.substr(0, 28), std::regex(R"(\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d [+-]\d{4}\] )")));
-    EXPECT_EQ(bytes.substr(28), std::string("[INFO] [Pivra] Gr\xC3\xB6\xC3\x9F\0\xFF\r\n", 25));
+    EXPECT_EQ(bytes.substr(28), "[INFO] [Pivra] Gr\xC3\xB6\xC3\x9F    \t\xFF\r\n");
 }
 
 TEST_F(Log, holdsNothingOpenBetweenLinesAndIsLostWithoutADirectory) {
