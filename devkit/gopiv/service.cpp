@@ -61,8 +61,8 @@ Service::Service(ServiceAddress address, std::string clientId, std::function<Jso
       onPage_(std::move(onPage)) {}
 
 json Service::authorize(const Json&, const Misbehaviour& misbehaviour) {
-    if (misbehaviour.emptyAddress) {
-        return "";
+    if (misbehaviour.emptyAddress || !misbehaviour.address.empty()) {
+        return misbehaviour.address;
     }
     const std::string address = origin();
     return address + "/authorize?" +
@@ -88,11 +88,12 @@ json Service::currentUser(const Json& request, const Misbehaviour&) {
     return data().user;
 }
 
-json Service::logout(const Json&, const Misbehaviour&) {
+json Service::logout(const Json&, const Misbehaviour& misbehaviour) {
     std::unique_lock lock(mutex_);
     tokens_.clear();
     lock.unlock();
-    return data().logoutAddress ? origin() + "/signed-out" : "";
+    const std::string page = data().logoutAddress ? origin() + "/signed-out" : "";
+    return misbehaviour.address.empty() ? page : misbehaviour.address;
 }
 
 json Service::listWorkspaces(const Json& request, const Misbehaviour&) {
@@ -172,7 +173,8 @@ json Service::entriesFor(std::int64_t revisionId, const Misbehaviour& misbehavio
     json entries = {{"revisionId", std::to_string(revisionId)}};
     if (!misbehaviour.omitLink) {
         const std::int64_t linked = misbehaviour.wrongLink ? revisionId + 1 : revisionId;
-        entries["url"] = origin() + "/models?revisionId=" + std::to_string(linked);
+        const std::string given = misbehaviour.address;
+        entries["url"] = given.empty() ? origin() + "/models?revisionId=" + std::to_string(linked) : given;
     }
     return entries;
 }

@@ -10,7 +10,7 @@ namespace gopiv {
 using nlohmann::json;
 
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Misbehaviour, call, error, emptyError, delayMs, disconnect,
-                                                emptyAddress, emptyToken, errors, omitLink, wrongLink, partial)
+                                                emptyAddress, address, emptyToken, errors, omitLink, wrongLink, partial)
 
 static void from_json(const json& record, Workspace& workspace) {
     workspace.id = record.at("id");

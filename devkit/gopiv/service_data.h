@@ -27,6 +27,7 @@ struct Misbehaviour {
     std::int64_t delayMs = 0;
     bool disconnect = false;
     bool emptyAddress = false;
+    std::string address;  ///< instead of the one to open; none when empty
     bool emptyToken = false;
     std::vector<std::string> errors;
     bool omitLink = false;
