@@ -19,8 +19,8 @@ namespace {
 
 using Sink = std::function<void(const std::string&, const std::string&)>;
 
-/// Loads the library, with its own dependencies from the folder beside it. It stays for the process: its threads may
-/// still be on their way out when the last client goes.
+/// Loads the library, with its own dependencies from its folder and the system's alone. It stays for the process: its
+/// threads may still be on their way out when the last client goes.
 void* loadLibrary(const std::string& path) {
     static constexpr std::array kinds{devkit::FaultKind::error, devkit::FaultKind::unknown};
     if (const auto fault = devkit::CallInterceptor::instance().enterOther("cpp_piv::loadLibrary", kinds)) {
@@ -28,7 +28,8 @@ void* loadLibrary(const std::string& path) {
         throw std::runtime_error(fault->message);
     }
 #if defined(_WIN32)
-    void* library = reinterpret_cast<void*>(LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+    void* library = reinterpret_cast<void*>(
+        LoadLibraryExA(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32));
     const std::string reason = library == nullptr ? "error " + std::to_string(GetLastError()) : "";
 #else
     void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
