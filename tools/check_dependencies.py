@@ -20,6 +20,11 @@ MAY_INCLUDE = {
 HOST_LAYERS = {"nx", "traceability", "export", "ui", "entry"}
 CLIENT_LIBRARY_LAYERS = {"service", "ui", "entry"}
 WINDOWS_HEADERS = {"windows.h", "objbase.h", "shellapi.h", "tlhelp32.h"}
+# Calls that start programs or load libraries, and the files of src that may know them.
+GUARDED = {re.compile(r"\b(ShellExecute|LoadLibrary|CreateProcess|WinExec|_?w?(system|popen)\()"):
+               ("src/platform/desktop.h", "src/platform/desktop_win.cpp"),
+           re.compile(r"\bshellOpen\b"):
+               ("src/platform/desktop.h", "src/platform/desktop_win.cpp", "src/service/system_browser.h")}
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"])([^>"]+)[>"]')
 
 
@@ -63,6 +68,8 @@ def main():
             trouble = match and fault(pathlib.PurePosixPath(name), match[1], match[2])
             if trouble:
                 found.append(f"{name}:{number}: {trouble}")
+            if name.startswith("src/") and any(call.search(line) and name not in may for call, may in GUARDED.items()):
+                found.append(f"{name}:{number}: may not start programs or load libraries")
     print("\n".join(found) or "dependencies: ok")
     return 1 if found else 0
 
