@@ -14,8 +14,9 @@
 namespace platform {
 
 /// Appends `bytes` as they are to `file`, creating it when missing; other processes may read and append meanwhile
-/// (`CreateFileW` with `FILE_APPEND_DATA`, `FILE_SHARE_READ | FILE_SHARE_WRITE`, `OPEN_ALWAYS`). The file is open only
-/// during the call. Returns false when it cannot be opened or written. Any thread; never throws.
+/// (`CreateFileW` with `FILE_APPEND_DATA`, `FILE_SHARE_READ | FILE_SHARE_WRITE`, `OPEN_ALWAYS`), and those that append
+/// by this function take turns. The file is open only during the call. Returns false when it cannot be opened or
+/// written. Any thread; never throws.
 bool appendToFile(const std::filesystem::path& file, std::string_view bytes) noexcept;
 
 /// Copies `from` to `to`, replacing an existing file (`CopyFileW`). The copy can be written to, also when `from`

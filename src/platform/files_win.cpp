@@ -19,26 +19,41 @@ WIN32_FILE_ATTRIBUTE_DATA attributesOf(const fs::path& file, const char* operati
     return data;
 }
 
-struct HandleCloser {
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-
 /// Opens an existing file or folder and lets others use it as `sharing` says; null when that fails.
-std::unique_ptr<HANDLE, HandleCloser> openExisting(const fs::path& path, DWORD access, DWORD sharing) {
+Handle openExisting(const fs::path& path, DWORD access, DWORD sharing) {
     const HANDLE handle = CreateFileW(extendedPath(path).c_str(), access, sharing, nullptr, OPEN_EXISTING,
                                       FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    return std::unique_ptr<HANDLE, HandleCloser>(handle != INVALID_HANDLE_VALUE ? handle : nullptr);
+    return Handle(handle != INVALID_HANDLE_VALUE ? handle : nullptr);
 }
 
 constexpr DWORD shareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+HANDLE openForAppending(const std::wstring& name, DWORD furtherAccess) {
+    return CreateFileW(name.c_str(), FILE_APPEND_DATA | furtherAccess, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                       OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+/// Waits until no other writer is at work, a second at most, and keeps others out until `file` is closed: each writer
+/// first locks the same place far behind the end. Not every file system appends in one step.
+void lockForWriting(HANDLE file) {
+    constexpr DWORD flags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
+    const auto limit = GetTickCount64() + 1'000;
+    OVERLAPPED place{};
+    place.OffsetHigh = 0x7FFFFFFF;
+    while (!LockFileEx(file, flags, 0, 1, 0, &place)) {
+        if (GetLastError() != ERROR_LOCK_VIOLATION || GetTickCount64() > limit) return;
+        Sleep(1);
+    }
+}
+
 }  // namespace
 
 bool appendToFile(const fs::path& file, std::string_view bytes) noexcept try {
-    const HANDLE handle = CreateFileW(extendedPath(file).c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                      nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const auto name = extendedPath(file);
+    HANDLE handle = openForAppending(name, FILE_READ_DATA);  // which the lock needs
+    if (handle == INVALID_HANDLE_VALUE) handle = openForAppending(name, 0);
     if (handle == INVALID_HANDLE_VALUE) return false;
+    lockForWriting(handle);
     DWORD written = 0;
     const bool succeeded = WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != 0;
     CloseHandle(handle);

@@ -14,13 +14,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct HandleCloser {
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-
-using Handle = std::unique_ptr<HANDLE, HandleCloser>;
-
 /// Opens the file, folder or link `name` itself; null on failure.
 Handle open(const std::wstring& name, DWORD access) {
     const HANDLE handle =

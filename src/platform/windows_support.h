@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <ratio>
 #include <string>
@@ -15,6 +16,12 @@ namespace platform {
 
 /// `GetLastError` in the system category.
 std::error_code lastError();
+
+/// A handle that is closed by `CloseHandle`; null when there is none.
+struct HandleCloser {
+    void operator()(void* handle) const noexcept;
+};
+using Handle = std::unique_ptr<void, HandleCloser>;
 
 /// `path` in full, in the form `\\?\...` that the wide functions of Windows take at any length (plain names end at 260
 /// characters, unless the host's process and the computer are set up otherwise). A path that Windows cannot complete

@@ -20,6 +20,10 @@ std::error_code lastError() {
     return {static_cast<int>(GetLastError()), std::system_category()};
 }
 
+void HandleCloser::operator()(void* handle) const noexcept {
+    CloseHandle(handle);
+}
+
 std::wstring extendedPath(const std::filesystem::path& path) {
     const std::wstring& text = path.native();
     if (text.starts_with(L"\\\\?\\")) return text;

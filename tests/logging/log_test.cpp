@@ -2,7 +2,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <support/plugin_folder.h>
+#include "platform/environment.h"
 
+#include <array>
+#include <atomic>
+#include <cstdlib>
+#include <iostream>
 #include <locale>
 #include <map>
 #include <regex>
@@ -48,51 +53,62 @@ TEST_F(Log, bytesGoOutAsTheyAreBehindTimeAndOffset) {
     EXPECT_EQ(bytes.substr(28), "[INFO] [Pivra] Gr\xC3\xB6\xC3\x9F    \t\xFF\r\n");
 }
 
-TEST_F(Log, holdsNothingOpenBetweenLinesAndIsLostWithoutADirectory) {
-    logging::LogInfo("one");
-    EXPECT_EQ(fs::remove_all(directory_), 2u);
-    logging::setLogDirectory({});
-    logging::LogError("lost");
-    EXPECT_FALSE(logging::IsLogFilePresent());
-    logging::setLogDirectory(directory_);
-    logging::LogInfo("two");
-    EXPECT_TRUE(logging::IsLogFilePresent());
-    EXPECT_THAT(folder_.logLines(), ElementsAre("[INFO] [Pivra] two"));
-}
-
 TEST_F(Log, dropsWhatItCannotWrite) {
     fs::create_directories(file_);
     EXPECT_NO_THROW(logging::LogError("into a directory"));
     EXPECT_NO_THROW(logging::setLogDirectory(folder_.writeFile("a_file", "x") / "below"));
     EXPECT_NO_THROW(logging::LogError("below a file"));
+#ifndef _WIN32
+    logging::setLogDirectory(folder_.path() / "full");
+    fs::create_symlink("/dev/full", folder_.path() / "full" / logging::logFileName);
+    EXPECT_NO_THROW(logging::LogError("onto a full disk"));
+#endif
     EXPECT_EQ(test_support::readFile(folder_.path() / "a_file"), "x");
 }
 
-TEST_F(Log, linesOfManyThreadsStayWhole) {
-    constexpr int threadCount = 8;
-    constexpr int lineCount = 50;
+// The other process is this test once more, started with the name of the directory.
+TEST_F(Log, linesOfManyThreadsOfTwoProcessesStayWhole) {
+    constexpr std::size_t threadCount = 16;
+    const std::size_t lineCount = test_support::underLoad(50, 2'000);
+    const auto given = platform::environmentPath("PIVRA_TEST_LOGS").value_or(fs::path());
+    const bool isOther = !given.empty();
+    const auto directory = isOther ? given : directory_;
+    test_support::setEnvironment("PIVRA_TEST_LOGS", directory);
+    logging::setLogDirectory(directory);
     logging::setCurrentLevel(LogLevel::debug);
+    std::atomic<bool> otherEnded = isOther;
+    std::array<std::size_t, threadCount> written{};
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < threadCount; ++thread) {
-        threads.emplace_back([thread] {
-            const std::string text(200, static_cast<char>('a' + thread));
-            for (int line = 0; line < lineCount; ++line) logging::LogError(text);
+    for (std::size_t thread = 0; thread < threadCount; ++thread) {
+        threads.emplace_back([&, thread] {
+            const std::string text(200, static_cast<char>((isOther ? 'A' : 'a') + thread));
+            for (; written[thread] < lineCount || !otherEnded; ++written[thread]) logging::LogError(text);
         });
     }
     // The level and the directory change meanwhile; both levels let the lines pass.
     for (int turn = 0; turn < 200; ++turn) {
         logging::setCurrentLevel(turn % 2 == 0 ? LogLevel::error : LogLevel::debug);
-        logging::setLogDirectory(directory_);
-        EXPECT_EQ(logging::LogFilePath("x"), directory_ / "x");
+        logging::setLogDirectory(directory);
+        EXPECT_EQ(logging::LogFilePath("x"), directory / "x");
+    }
+    if (!isOther) {
+        const auto program = testing::internal::GetArgvs()[0];
+        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+        EXPECT_EQ(std::system(('"' + program + "\" --gtest_filter=Log." + test->name()).c_str()), 0);
+        otherEnded = true;
     }
     for (auto& thread : threads) thread.join();
+    test_support::setEnvironment("PIVRA_TEST_LOGS", {});
+    if (isOther) return;
 
-    std::map<std::string, int> counts;
+    std::map<std::string, std::size_t> counts;
     for (const auto& line : folder_.logLines()) ++counts[line];
-    EXPECT_EQ(counts.size(), static_cast<std::size_t>(threadCount));
-    for (int thread = 0; thread < threadCount; ++thread) {
-        EXPECT_EQ(counts["[ERROR] [Pivra] " + std::string(200, static_cast<char>('a' + thread))], lineCount);
+    EXPECT_EQ(counts.size(), 2 * threadCount);
+    for (std::size_t thread = 0; thread < threadCount; ++thread) {
+        EXPECT_EQ(counts["[ERROR] [Pivra] " + std::string(200, static_cast<char>('a' + thread))], written[thread]);
+        EXPECT_EQ(counts["[ERROR] [Pivra] " + std::string(200, static_cast<char>('A' + thread))], lineCount);
     }
+    std::cout << "load: " << folder_.logLines().size() << " whole lines of two processes with 16 threads each\n";
 }
 
 #ifndef _WIN32

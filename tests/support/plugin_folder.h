@@ -1,6 +1,8 @@
 // A folder of its own for each test, standing in for the one that holds the plug-in.
 #pragma once
 
+#include <cstddef>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -41,6 +43,11 @@ void setEnvironment(const char* name, const std::filesystem::path& value);
 
 /// Makes platform::moduleFileName() answer `file`; an empty path makes it fail as when the module cannot be resolved.
 void setModuleFileName(const std::filesystem::path& file);
+
+/// How much a test does: `usual`, or under `./dev test load`, which sets PIVRA_LOAD, `full`.
+inline std::size_t underLoad(std::size_t usual, std::size_t full) {
+    return std::getenv("PIVRA_LOAD") != nullptr ? full : usual;
+}
 
 /// The bytes of `file`; empty when it cannot be read.
 std::string readFile(const std::filesystem::path& file);
