@@ -27,8 +27,9 @@ struct LogPlace {
     fs::path directory;
 };
 
+// Never destroyed: a worker may log while the process exits.
 LogPlace& place() {
-    static LogPlace instance;
+    static LogPlace& instance = *new LogPlace;
     return instance;
 }
 

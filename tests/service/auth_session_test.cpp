@@ -2,15 +2,14 @@
 
 #include "service/auth_session.h"
 
-#include <gmock/gmock.h>
-#include <memory>
+#include <gtest/gtest.h>
+#include <future>
 #include <stdexcept>
 #include <system_error>
 
 using auth::AuthSession;
 using auth::SignInStatus;
 using test_support::ScriptedSignIn;
-using testing::IsEmpty;
 
 namespace {
 
@@ -89,53 +88,21 @@ TEST(AuthSession, aFlowThatFailsLeavesItsMessage) {
     }
 }
 
-// What can happen to a session while a flow waits for the browser.
-struct Interruption {
-    const char* name;
-    std::function<void(std::unique_ptr<AuthSession>&, ScriptedSignIn& other)> act;
-    bool running;  ///< the session has a flow afterwards
-};
-
-const Interruption interruptions[] = {
-    {"shutdown", [](auto& session, auto&) { session->shutdown(); }, false},
-    {"sign-out", [](auto& session, auto& other) { session->signOut(other.client, other.system); }, false},
-    {"restart", [](auto& session, auto& other) { session->shutdown(), other.start(*session); }, true},
-    {"end", [](auto& session, auto&) { session.reset(); }, false},
-};
-
-enum class Moment { beforeItWaits, whileItWaits, whileItFails };
-
-TEST(AuthSession, aFlowThatWasOvertakenChangesNothing) {
-    for (const Interruption& interruption : interruptions) {
-        for (const Moment moment : {Moment::beforeItWaits, Moment::whileItWaits, Moment::whileItFails}) {
-            SCOPED_TRACE(interruption.name);
-            auto session = std::make_unique<AuthSession>();
-            ScriptedSignIn late, other("other");
-            if (moment != Moment::beforeItWaits) {
-                late.client.complete = [&] {
-                    interruption.act(session, other);
-                    if (moment == Moment::whileItFails) throw std::runtime_error("late failure");
-                    return cpp_piv::CppPivLocalAuthTokens{"late", "", ""};
-                };
-            }
-            late.start(*session);
-            if (moment == Moment::beforeItWaits) {
-                interruption.act(session, other);
-                late.calls.clear();
-            }
-            late.background();
-            if (moment == Moment::beforeItWaits) {
-                EXPECT_THAT(late.calls, IsEmpty()) << "nobody is asked";
-            }
-            if (!session) continue;
-            EXPECT_FALSE(session->isSignedIn());
-            EXPECT_EQ(session->isInProgress(), interruption.running);
-            EXPECT_EQ(session->userEmail() + session->takePendingMessage(), "");
-            if (!interruption.running) continue;
-            other.background();
-            EXPECT_EQ(session->accessToken(), "other");
-        }
+TEST(AuthSession, aWorkerDoesNotWaitForItself) {
+    AuthSession session;
+    for (const bool signsOut : {true, false}) {
+        std::promise<void> placed, done;
+        session.runInWorker([&] {
+            placed.get_future().wait();
+            signsOut ? session.signOut({}, {}) : session.startSignIn({}, {}).text;
+            done.set_value();
+        });
+        placed.set_value();
+        done.get_future().wait();
     }
+    const auto deadlock = std::make_error_code(std::errc::resource_deadlock_would_occur);
+    EXPECT_EQ(session.takePendingMessage(), std::system_error(deadlock).what());
+    EXPECT_FALSE(session.isInProgress());
 }
 
 }  // namespace

@@ -38,13 +38,6 @@ inline pivra::UploadExecutionResult failure(const std::string& message) {
     return result;
 }
 
-inline std::shared_ptr<ui::UploadProgressRequest> requestOf(std::function<pivra::UploadExecutionResult()> upload) {
-    auto request = std::make_shared<ui::UploadProgressRequest>();
-    request->metadata = std::make_shared<pivra::ModelMetadata>();
-    request->executeUpload = std::move(upload);
-    return request;
-}
-
 class DialogTest : public testing::Test {
  protected:
     DialogTest() { folder.startLogging(); }
@@ -61,6 +54,10 @@ class DialogTest : public testing::Test {
 
 class ProgressDialog : public DialogTest {
  protected:
+    ProgressDialog() {
+        request->metadata = std::make_shared<pivra::ModelMetadata>();
+        request->executeUpload = success;
+    }
     bool show() { return ui::showUploadProgressDialog(request); }
 
     /// Turns the message loop until the worker's end has been seen; fails the test when that takes too long.
@@ -73,7 +70,7 @@ class ProgressDialog : public DialogTest {
         EXPECT_TRUE(condition());
     }
 
-    std::shared_ptr<ui::UploadProgressRequest> request = requestOf(success);
+    std::shared_ptr<ui::UploadProgressRequest> request = std::make_shared<ui::UploadProgressRequest>();
 };
 
 }  // namespace ui_test

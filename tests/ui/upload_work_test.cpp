@@ -4,10 +4,8 @@
 #include "ui/message_box.h"
 #include "ui/upload_work.h"
 
-#include <atomic>
 #include <cstdlib>
 #include <new>
-#include <vector>
 
 namespace {
 
@@ -38,41 +36,6 @@ void operator delete(void* memory, std::size_t) noexcept {
 namespace {
 
 using namespace ui_test;
-
-TEST(UploadWork, IsCompleteOnceAndIsNotTerminalBefore) {
-    for (int round = 0; round < 200; ++round) {
-        const auto state = std::make_shared<ui::ProgressState>();
-        ui::startUpload(requestOf(success), state);
-        for (;;) {
-            const auto progress = ui::pollProgress(*state);
-            if (progress.completed) break;
-            ASSERT_FALSE(progress.terminal) << "a state was seen as terminal before its completion was claimed";
-            ASSERT_EQ(progress.stage, ui::UploadStage::uploading);
-            std::this_thread::yield();
-        }
-        const auto later = ui::pollProgress(*state);
-        EXPECT_TRUE(!later.completed && later.terminal && later.stage == ui::UploadStage::uploaded);
-    }
-}
-
-TEST(UploadWork, IsClaimedByOneOfMany) {
-    const auto state = std::make_shared<ui::ProgressState>();
-    ui::startUpload(requestOf(success), state);
-    std::atomic<int> claims{0};
-    std::vector<std::thread> watchers;
-    for (int i = 0; i < 4; ++i) {
-        watchers.emplace_back([&] {
-            for (;;) {
-                const auto progress = ui::pollProgress(*state);
-                claims += progress.completed;
-                if (progress.terminal) return;
-                std::this_thread::yield();
-            }
-        });
-    }
-    for (auto& watcher : watchers) watcher.join();
-    EXPECT_EQ(claims, 1);
-}
 
 TEST_F(ProgressDialog, EndsWithItsFixedSentenceWhenThereIsNoMemory) {
     const auto state = std::make_shared<ui::ProgressState>();
