@@ -28,11 +28,17 @@ std::filesystem::path propertiesDirectory() {
     return PropertiesFilePath().parent_path();
 }
 
-}  // namespace
-
 std::filesystem::path defaultLogDirectory() {
     const auto local = platform::environmentPath("LOCALAPPDATA");
     return local && !local->empty() ? *local / "Pivra" / "NX" / "logs" : propertiesDirectory();
+}
+
+}  // namespace
+
+std::filesystem::path logDirectory() {
+    const auto value = platform::Trim(GetProperty("pivra_nx_log_directory"));
+    const auto base = value.empty() ? defaultLogDirectory() : propertiesDirectory();
+    return logging::ResolveLogPath(base, platform::pathFromUtf8(value));
 }
 
 void applyLogLevel(const std::string& key, const std::string& value) {
@@ -52,9 +58,7 @@ void applyLogLevel(const std::string& key, const std::string& value) {
 
 void ApplyLogSettings() {
     LoadProperties();
-    const auto value = platform::Trim(GetProperty("pivra_nx_log_directory"));
-    const auto base = value.empty() ? defaultLogDirectory() : propertiesDirectory();
-    logging::setLogDirectory(logging::ResolveLogPath(base, platform::pathFromUtf8(value)));
+    logging::setLogDirectory(logDirectory());
     applyLogLevel("pivra_nx_log_level", GetProperty("pivra_nx_log_level"));
 }
 

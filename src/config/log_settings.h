@@ -12,8 +12,9 @@ namespace config {
 /// thread that creates the service client.
 void ApplyLogSettings();
 
-/// `%LOCALAPPDATA%\Pivra\NX\logs`, or the folder of the properties file when that variable is unset or empty.
-std::filesystem::path defaultLogDirectory();
+/// The log directory by the properties that were loaded last, a relative one in the folder of their file. Without the
+/// setting `%LOCALAPPDATA%\Pivra\NX\logs`, or the folder of the properties file when that variable is unset or empty.
+std::filesystem::path logDirectory();
 
 /// Applies one level setting; `key` may be empty and then shows as "log_level" in the warning.
 void applyLogLevel(const std::string& key, const std::string& value);

@@ -131,7 +131,8 @@ TEST_F(LogSettings, unusableOrMissingDirectoryCostsTheLogAlone) {
     EXPECT_FALSE(logging::IsLogFilePresent());
 
     test_support::setModuleFileName({});
-    EXPECT_EQ(config::defaultLogDirectory(), folder_.localAppData() / "Pivra" / "NX" / "logs");
+    config::ApplyLogSettings();
+    EXPECT_EQ(logging::LogFilePath("x"), folder_.localAppData() / "Pivra" / "NX" / "logs" / "x");
     test_support::setEnvironment("LOCALAPPDATA", {});
     config::ApplyLogSettings();
     EXPECT_TRUE(logging::LogFilePath("x").empty());
