@@ -1,6 +1,5 @@
 #include "http_server.h"
 
-#include <algorithm>
 #include <future>
 #include <optional>
 #include <stdexcept>
@@ -14,7 +13,8 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/http.hpp>
+
+#include "http_answer.h"
 
 namespace gopiv {
 namespace {
@@ -23,8 +23,6 @@ namespace asio = boost::asio;
 namespace beast = boost::beast;
 namespace http = beast::http;
 using asio::ip::tcp;
-using RequestMessage = http::request<http::string_body>;
-using ResponseMessage = http::response<http::string_body>;
 
 // Lets a fixed port be used again right after its last connections have ended. Windows allows that anyway; there the
 // option would let another program share the port.
@@ -33,44 +31,6 @@ constexpr bool reuseAddress = false;
 #else
 constexpr bool reuseAddress = true;
 #endif
-
-HttpRequest requestFrom(const RequestMessage& message) {
-    const std::string target(message.target());
-    const std::size_t question = std::min(target.find('?'), target.size());
-    const bool isPost = message.method() == http::verb::post;
-    return {std::string(message.method_string()), target.substr(0, question),
-            devkit::parseFields(isPost ? message.body() : target.substr(std::min(question + 1, target.size())))};
-}
-
-HttpResponse plainText(int status, const std::string& text) {
-    return {text + "\n", status, "", "text/plain; charset=utf-8"};
-}
-
-/// Refuses requests under another host name that leads to this computer, and forms that another site's page sends.
-HttpResponse answer(const HttpHandler& handler, const RequestMessage& message, const std::string& authority) try {
-    if (message[http::field::host] != authority) {
-        return plainText(421, "This service has no other name than " + authority + ".");
-    }
-    const std::string origin(message[http::field::origin]);
-    if (!origin.empty() && origin != "http://" + authority) {
-        return plainText(403, "Only this service's own pages may ask this.");
-    }
-    return handler(requestFrom(message));
-} catch (const std::exception& error) {
-    return plainText(500, error.what());
-}
-
-ResponseMessage messageFrom(const HttpResponse& response) {
-    ResponseMessage message(static_cast<http::status>(response.status), 11, response.body);
-    message.set(http::field::content_type, response.contentType);
-    message.set(http::field::cache_control, "no-store");
-    if (!response.location.empty()) {
-        message.set(http::field::location, response.location);
-    }
-    message.keep_alive(false);
-    message.prepare_payload();
-    return message;
-}
 
 }  // namespace
 
@@ -92,7 +52,7 @@ struct HttpServer::Loop {
         beast::flat_buffer buffer;
         RequestMessage request;
         co_await http::async_read(socket, buffer, request, asio::use_awaitable);
-        ResponseMessage response = messageFrom(answer(handler, request, authority));
+        ResponseMessage response = answer(handler, request, authority);
         co_await http::async_write(socket, response, asio::use_awaitable);
         socket.shutdown(tcp::socket::shutdown_send);
     }

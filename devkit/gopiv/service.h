@@ -49,9 +49,10 @@ class Service {
     Json rootDirectory(const Json& request, const Misbehaviour& misbehaviour);
     Json upload(const Json& request, const Misbehaviour& misbehaviour);
 
- private:
-    // The answers to a browser, on the server's thread.
+    /// Answers a browser, on the server's thread.
     HttpResponse page(HttpRequest& request);
+
+ private:
     HttpResponse signInPage(devkit::Fields& query);
     HttpResponse signInAnswer(devkit::Fields& form);
     HttpResponse callback(devkit::Fields& query);

@@ -10,9 +10,17 @@ namespace nxhost {
 
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Environment, browser, helpMap, registered, localAppData)
 
+namespace {
+
+Json documentOf(const std::string& text) try { return Json::parse(text); } catch (const Json::parse_error& error) {
+    throw std::runtime_error(std::string("replay: ") + error.what());
+}
+
+}  // namespace
+
 Replay readReplay(const std::filesystem::path& file, bool needsSteps) {
     const auto text = readFile(file);
-    const auto document = Json::parse(text);
+    const auto document = documentOf(text);
     checkStepNames(document);
     checkReplay(document);
     if (needsSteps && !document.contains("steps")) throw std::runtime_error("replay.steps: is missing");

@@ -27,6 +27,14 @@ Json readSchema() {
     return schema;
 }
 
+// As its file says, and as the validator takes it.
+struct ReplaySchema {
+    ReplaySchema() { valijson::SchemaParser().populateSchema(Adapter(text), parsed); }
+
+    const Json text = readSchema();
+    valijson::Schema parsed;
+};
+
 // What the schema's `keyword` says for the value at `path` below `node`, through references and the branches of
 // conditions; null when there is none.
 Json keywordAt(const Json& schema, const Json& node, Path path, const char* keyword) {
@@ -93,17 +101,15 @@ std::string sentence(const Json& schema, std::vector<std::string> path, const st
 }  // namespace
 
 void checkReplay(const Json& replay) {
-    const auto schema = readSchema();
-    valijson::Schema parsed;
-    valijson::SchemaParser().populateSchema(Adapter(schema), parsed);
+    static const ReplaySchema schema;
     valijson::ValidationResults results;
-    if (valijson::Validator().validate(parsed, Adapter(replay), &results)) return;
+    if (valijson::Validator().validate(schema.parsed, Adapter(replay), &results)) return;
     // The first fault lies deepest. Its context is "<root>", "[session]", "[parts]", "[0]", …
     const auto& error = *results.begin();
     std::vector<std::string> path;
     for (std::size_t index = 1; index < error.context.size(); ++index)
         path.push_back(error.context[index].substr(1, error.context[index].size() - 2));
-    throw std::runtime_error(sentence(schema, path, error.description));
+    throw std::runtime_error(sentence(schema.text, path, error.description));
 }
 
 }  // namespace nxhost
