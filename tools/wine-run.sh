@@ -9,10 +9,9 @@ export LANG=C.UTF-8
 unset LC_ALL
 mkdir -p "$WINEPREFIX"
 exec 9>"$WINEPREFIX.lock"; flock 9
-# A busy server sometimes fails to answer; starting a second one then fails, and does no harm. A server that exits ends a
-# program that just starts, without a word: so it stays longer than any pause between two programs.
+# A busy server sometimes fails to answer; starting a second one then fails, and does no harm.
 if ! wineserver -k0 >/dev/null 2>&1 9>&-; then
-  setsid wineserver -p300 </dev/null >/dev/null 2>&1 9>&- || true
+  setsid wineserver -p20 </dev/null >/dev/null 2>&1 9>&- || true
   wine cmd /c exit 0 </dev/null >"$WINEPREFIX.boot.log" 2>&1 9>&- || true
 fi
 exec 9>&-
