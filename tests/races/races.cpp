@@ -110,9 +110,8 @@ std::shared_ptr<ui::UploadProgressRequest> requestOf(const WorkPointer& upload, 
     return request;
 }
 
-std::ptrdiff_t threadCount() {
-    return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
-}
+// The folder has a link for each thread. A listing of it misses some while others end.
+const fs::path threads = "/proc/self/task";
 
 /// One run, on the host's thread.
 class Run {
@@ -135,7 +134,7 @@ class Run {
     }
     void finish() {
         release();
-        while (threadCount() > threadsBefore_) pause(200);
+        while (fs::hard_link_count(threads) > threadsBefore_) pause(200);
         for (auto& [upload, state] : dialogs_) expect(poll(*upload, *state), "an upload has no end");
         checkLog();
         look();
@@ -239,7 +238,7 @@ class Run {
     const PluginFolder& folder_;
     AuthSession& session_;
     const bool leaves_;  ///< workers may go on without the session
-    const std::ptrdiff_t threadsBefore_ = threadCount();
+    const std::uintmax_t threadsBefore_ = fs::hard_link_count(threads);
     std::vector<WorkPointer> works_;
     WorkPointer signIn_, failure_;  ///< whose result counts, and whose failure may be told
     bool isSignedIn_ = false;
@@ -247,13 +246,14 @@ class Run {
     std::map<std::string, int> log_;  ///< lines without their time, and how often they are still to come
 };
 
-/// Lets the process exit while workers wait; some go on before the session is destroyed, some after.
+/// Lets the process exit while workers wait. They go on before their session is destroyed, after that, or never.
 [[noreturn]] void exitWhileWorkersRun(Plan& plan, const PluginFolder& folder) {
     static Run* run;
     const auto release = [] { run->release(); };
     const unsigned moment = plan.below(3);
     if (moment == 0) std::atexit(release);
-    run = new Run(plan, folder, AuthSession::instance(), true);
+    static const auto own = plan.below(2) == 0 ? std::make_unique<AuthSession>() : nullptr;
+    run = new Run(plan, folder, own ? *own : AuthSession::instance(), true);
     run->play();
     if (moment == 1) std::atexit(release);
     if (plan.below(2) == 0) entry::cleanUp();
