@@ -45,27 +45,27 @@ class Visit {
 
     void checkAnswer(const gopiv::RequestMessage& request) {
         const auto before = stage();
-        const auto page = [this](gopiv::HttpRequest asked) { return service_.page(asked); };
-        const auto answer = gopiv::answer(page, request, authority);
-        const std::string location(answer[http::field::location]);
+        const auto answer = gopiv::answer([this](auto asked) { return service_.page(asked); }, request, authority);
         require(answer.result_int() != 500, "no page fails");
-        require(location.find_first_of("\r\n") == std::string::npos, "a redirection is one line");
-        if (const auto code = location.find("code="); code != std::string::npos) code_ = location.substr(code + 5, 64);
-        checkSecrets(request, answer.body());
+        require(answer.body().find("<script") == std::string::npos, "a page has no scripts");
         const auto sender = request[http::field::origin];
         const bool isForeign = request[http::field::host] != authority || !(sender.empty() || sender == origin);
         require(isForeign == (answer.result_int() == 421 || answer.result_int() == 403), "strangers are refused");
         require(before == stage() || !isForeign, "what is refused changes nothing");
-        require(stage() != "signedIn" || !code_.empty(), "nobody is signed in without a code");
-        require(before == stage() || before == "waiting" || before == "answered", "what has ended does not change");
+        checkSecrets(devkit::percentDecode(std::string(request.target()) + request.body()), before, answer.body());
+        const std::string location(answer[http::field::location]);
+        require(location.find_first_of("\r\n") == std::string::npos, "a redirection is one line");
+        if (const auto code = location.find("code="); code != std::string::npos) code_ = location.substr(code + 5, 64);
     }
 
-    void checkSecrets(const gopiv::RequestMessage& request, const std::string& page) const {
-        require(page.find("<script") == std::string::npos, "a page has no scripts");
-        const auto asked = devkit::percentDecode(std::string(request.target()) + request.body());
-        const bool namesState = page.find(state_) != std::string::npos;
-        require(!namesState || asked.find(state_) != std::string::npos, "a page gives no sign-in away");
+    void checkSecrets(const std::string& asked, const std::string& before, const std::string& page) {
+        const bool knowsState = asked.find(state_) != std::string::npos;
+        const bool knowsCode = !code_.empty() && asked.find(code_) != std::string::npos;
+        require(knowsState || page.find(state_) == std::string::npos, "a page gives no sign-in away");
         require(code_.empty() || page.find(code_) == std::string::npos, "a page shows no code");
+        if (before == stage()) return;
+        require(knowsState && (before == "waiting" || before == "answered"), "a sign-in changes by its own state");
+        require(stage() != "signedIn" || knowsCode, "nobody is signed in without the code");
     }
 
     gopiv::ServiceAddress address_{0, folder().writeFile("service.json", known).parent_path()};

@@ -21,7 +21,6 @@ namespace {
 
 namespace asio = boost::asio;
 namespace beast = boost::beast;
-namespace http = beast::http;
 using asio::ip::tcp;
 
 // Lets a fixed port be used again right after its last connections have ended. Windows allows that anyway; there the
@@ -51,9 +50,9 @@ struct HttpServer::Loop {
     asio::awaitable<void> serve(tcp::socket socket) {
         beast::flat_buffer buffer;
         RequestMessage request;
-        co_await http::async_read(socket, buffer, request, asio::use_awaitable);
-        ResponseMessage response = answer(handler, request, authority);
-        co_await http::async_write(socket, response, asio::use_awaitable);
+        co_await beast::http::async_read(socket, buffer, request, asio::use_awaitable);
+        auto response = answer(handler, request, authority);
+        co_await beast::http::async_write(socket, response, asio::use_awaitable);
         socket.shutdown(tcp::socket::shutdown_send);
     }
 

@@ -10,17 +10,9 @@ namespace nxhost {
 
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Environment, browser, helpMap, registered, localAppData)
 
-namespace {
-
-Json documentOf(const std::string& text) try { return Json::parse(text); } catch (const Json::parse_error& error) {
-    throw std::runtime_error(std::string("replay: ") + error.what());
-}
-
-}  // namespace
-
-Replay readReplay(const std::filesystem::path& file, bool needsSteps) {
+Replay readReplay(const std::filesystem::path& file, bool needsSteps) try {
     const auto text = readFile(file);
-    const auto document = documentOf(text);
+    const auto document = Json::parse(text);
     checkStepNames(document);
     checkReplay(document);
     if (needsSteps && !document.contains("steps")) throw std::runtime_error("replay.steps: is missing");
@@ -39,6 +31,8 @@ Replay readReplay(const std::filesystem::path& file, bool needsSteps) {
             checkPattern(replay.steps[index]["wait"], "replay.steps[" + std::to_string(index) + "].wait");
     checkPattern(replay.expect, "replay.expect");
     return replay;
+} catch (const Json::exception& error) {
+    throw std::runtime_error(std::string("replay: ") + error.what());
 }
 
 }  // namespace nxhost

@@ -30,7 +30,6 @@ Json readSchema() {
 // As its file says, and as the validator takes it.
 struct ReplaySchema {
     ReplaySchema() { valijson::SchemaParser().populateSchema(Adapter(text), parsed); }
-
     const Json text = readSchema();
     valijson::Schema parsed;
 };
