@@ -17,7 +17,7 @@ void check(const std::string& input);
 
 inline void require(bool holds, const char* rule) {
     if (holds) return;
-    std::fprintf(stderr, "Broken rule: %s.\n", rule);
+    std::fprintf(stderr, "Broken rule: %s\n", rule);
     std::abort();
 }
 

@@ -131,9 +131,10 @@ void Player::checkTemporaryFiles() {
 }
 
 void Player::checkSecrets() {
-    for (const fs::path file : fs::recursive_directory_iterator(context_.sandbox.root())) {
+    for (const auto& entry : fs::recursive_directory_iterator(context_.sandbox.root())) {
+        const auto& file = entry.path();
         const auto kind = file.extension();
-        if (kind == ".dll" || kind == ".so") continue;  // large, and copied here by the host
+        if (!entry.is_regular_file() || kind == ".dll" || kind == ".so") continue;  // libraries are the host's copies
         if (holdsSecret(readFile(file), kind == ".log"))
             faults_.push_back("A secret of a sign-in stands in " + utf8(file.filename()) + ".");
     }
