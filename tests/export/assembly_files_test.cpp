@@ -54,8 +54,8 @@ TEST_F(AssemblyFiles, largeAssemblyExportsEachPartOnceAndRepeatsForFourCallsAtMo
         pivra::prepareUploadFiles(metadata);
         EXPECT_THAT(metadata->files, SizeIs(parts + 1));
         calls.push_back(interceptor.calls().size());
-        std::cout << "load: " << components << " components displayed and prepared: " << calls.back()
-                  << " calls of the host, peak memory " << peakKilobytes() << " KB\n";
+        std::cout << "load: " << components << " components: peak memory " << peakKilobytes() << " KB, "
+                  << peakKilobytes() * 1024 / static_cast<long>(components) << " bytes each\n";
     }
     EXPECT_LE(calls[1] - calls[0], 4 * step);
     EXPECT_LE(calls[0], 4 * step + 60 * (parts + 1));  // whatever a part costs when it is met first, it costs once
