@@ -20,8 +20,7 @@ std::filesystem::path sessionTempDirectory(const std::string& sessionKey);
 void cleanupSessionTempDirectory() noexcept;
 
 /// Deletes the folders that earlier runs left behind: every folder whose name begins with "pivra-", whatever its age,
-/// but those that a session of the host holds, this one included. For the start of a run. Throws
-/// std::filesystem::filesystem_error when the folder cannot be read to its end.
+/// but those that a session of the host holds, this one included. For the start of a run.
 void cleanupStaleSessionTempDirectories();
 
 /// The setting, read afresh.

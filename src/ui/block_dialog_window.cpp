@@ -96,6 +96,14 @@ platform::WindowHandle BlockDialogWindow::ownWindow() const {
     return window == windowBefore_ ? nullptr : window;
 }
 
+void BlockDialogWindow::close(platform::WindowHandle window) const {
+    if (window == nullptr) {
+        logging::LogWarning(
+            logging::LogLine("NX dialog stays open because it has no active window:").quoted("layout", layout_).text());
+    }
+    platform::postClose(window);
+}
+
 void BlockDialogWindow::warnOfMissing(const char* blockId) {
     if (!missingBlocks_.insert(blockId).second) return;
     logging::LogWarning(

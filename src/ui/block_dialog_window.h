@@ -71,6 +71,9 @@ class BlockDialogWindow {
     /// The active window, which is this dialog's while the user acts on it. Null when it is the one that was active
     /// before the dialog was shown, as in shown(): that one is not ours to close.
     platform::WindowHandle ownWindow() const;
+    /// Asks `window`, which ownWindow() gave earlier, to close. When it is null the dialog stays open, and the log says
+    /// so.
+    void close(platform::WindowHandle window) const;
 
  private:
     using PropertyList = NXOpen::BlockStyler::PropertyList;

@@ -2,7 +2,6 @@
 
 #include "logging/log.h"
 #include "nx/text.h"
-#include "platform/desktop.h"
 #include "platform/error_text.h"
 #include "ui/block_dialog_window.h"
 #include "ui/dialog_text.h"
@@ -145,7 +144,7 @@ class MainDialogWindow final : public BlockDialogWindow {
             ShowErrorMessage(signOutFailed);
             if (actions_.isSignedIn()) return;
         }
-        platform::postClose(window);
+        close(window);
     }
 
     void acceptUpload() {
@@ -156,7 +155,7 @@ class MainDialogWindow final : public BlockDialogWindow {
         const auto* workspace = selectedWorkspace();
         if (workspace == nullptr) return ShowErrorMessage(noWorkspaceSelected);
         state_.selectedWorkspace = *workspace;
-        platform::postClose(window);
+        close(window);
     }
 
     std::string uploadRefusal() {

@@ -1,6 +1,5 @@
 #include "ui/start_dialog.h"
 
-#include "platform/desktop.h"
 #include "platform/error_text.h"
 #include "ui/block_dialog_window.h"
 #include "ui/message_box.h"
@@ -29,7 +28,7 @@ class StartDialogWindow final : public BlockDialogWindow {
         } catch (...) {
             showFailureMessage(platform::currentErrorText("Failed to start the Pivra authentication flow."));
         }
-        platform::postClose(window);
+        close(window);
     }
 
     const std::function<void()>& signIn_;

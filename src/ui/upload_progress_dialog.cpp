@@ -178,7 +178,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
             const std::lock_guard lock(state_->mutex);
             state_->uploadAnother = true;
         }
-        platform::postClose(window_ != nullptr ? window_ : ownWindow());
+        close(window_ != nullptr ? window_ : ownWindow());
     }
 
     const std::shared_ptr<const UploadProgressRequest> request_;
