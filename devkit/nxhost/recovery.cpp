@@ -3,7 +3,6 @@
 #include "steps.h"
 
 #include <algorithm>
-#include <optional>
 #include <set>
 
 namespace nxhost {
@@ -20,10 +19,9 @@ class User {
 
     // Uses the open dialog; called whenever it is idle.
     Idle act() {
-        const auto outcome = lookOfOutcome();
-        if (outcome && !(*outcome)["show"] && std::chrono::steady_clock::now() < end_) return Idle::waiting;
+        if (isUploading() && std::chrono::steady_clock::now() < end_) return Idle::waiting;
         for (const char* button : {"signInButton", "uploadButton"})
-            if (!outcome && press(button)) return Idle::stepped;
+            if (press(button)) return Idle::stepped;
         perform(context_, "close");
         return Idle::stepped;
     }
@@ -31,10 +29,11 @@ class User {
     bool pressed(const std::string& button) const { return pressed_.contains(button); }
 
  private:
-    // The group that the progress dialog shows at its end.
-    std::optional<Event> lookOfOutcome() const {
-        const auto* group = openDialog(context_).find("actionGroup");
-        return group ? std::optional(lookOf(*group)) : std::nullopt;
+    // At its end the progress dialog shows its actions after a success, and no spinner after a failure.
+    bool isUploading() const {
+        const auto* actions = openDialog(context_).find("actionGroup");
+        const auto* spinner = openDialog(context_).find("spinner");
+        return actions && spinner && !lookOf(*actions)["show"] && lookOf(*spinner)["show"];
     }
 
     bool press(const std::string& button) {
