@@ -12,7 +12,8 @@ struct UnknownException {};
 }  // namespace
 
 CallInterceptor& CallInterceptor::instance() {
-    static CallInterceptor interceptor;
+    // Never destroyed: threads still call while the process exits.
+    static CallInterceptor& interceptor = *new CallInterceptor;
     return interceptor;
 }
 

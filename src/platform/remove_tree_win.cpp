@@ -113,12 +113,10 @@ struct SearchCloser {
 
 // Goes by names alone: what a listing that was led elsewhere names cannot be removed.
 std::vector<DirectoryEntry> listDirectory(const fs::path& directory) {
-    const auto name = extendedPath(directory);
-    const DWORD attributes = GetFileAttributesW(name.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) return {};
-    if (kindOf(attributes, isLink(attributes, name)) != EntryKind::directory) return {};
+    auto head = extendedPath(directory);
+    if (!head.ends_with(L'\\')) head += L'\\';  // as the folder for temporary files does
     WIN32_FIND_DATAW found{};
-    const HANDLE handle = FindFirstFileExW((name + L"\\*").c_str(), FindExInfoBasic, &found, FindExSearchNameMatch,
+    const HANDLE handle = FindFirstFileExW((head + L'*').c_str(), FindExInfoBasic, &found, FindExSearchNameMatch,
                                            nullptr, FIND_FIRST_EX_LARGE_FETCH);
     if (handle == INVALID_HANDLE_VALUE) return {};
     const std::unique_ptr<HANDLE, SearchCloser> search(handle);
@@ -127,7 +125,7 @@ std::vector<DirectoryEntry> listDirectory(const fs::path& directory) {
         const std::wstring_view entryName = found.cFileName;
         if (entryName == L"." || entryName == L"..") continue;
         const bool link = isLink(found.dwFileAttributes, found.dwReserved0);
-        entries.push_back({name + L'\\' + found.cFileName, kindOf(found.dwFileAttributes, link)});
+        entries.push_back({head + found.cFileName, kindOf(found.dwFileAttributes, link)});
     } while (FindNextFileW(search.get(), &found));
     return entries;
 }

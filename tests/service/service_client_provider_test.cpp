@@ -8,7 +8,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <future>
-#include <latch>
 #include <set>
 #include <stdexcept>
 
@@ -49,11 +48,13 @@ TEST(ServiceClient, IsCreatedOnceForAllCallersAfterAFailedCreation) {
     test_support::setModuleFileName(std::filesystem::absolute(GOPIV_LIBRARY));
 
     constexpr int callers = 8;
-    std::latch start(callers);
+    std::promise<void> start;
+    const auto started = start.get_future().share();
     std::vector<std::future<std::shared_ptr<cpp_piv::CppPivClient>>> answers;
     for (int i = 0; i < callers; ++i) {
-        answers.push_back(std::async(std::launch::async, [&] { return start.arrive_and_wait(), client(); }));
+        answers.push_back(std::async(std::launch::async, [&, started] { return started.wait(), client(); }));
     }
+    start.set_value();
     std::set<std::shared_ptr<cpp_piv::CppPivClient>> clients;
     for (auto& answer : answers) clients.insert(answer.get());
     EXPECT_EQ(clients.size(), 1u);
