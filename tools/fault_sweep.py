@@ -7,8 +7,8 @@ usage: fault_sweep.py HOST FOLDER COUNT SEED REPLAY...    (COUNT: "all", or the 
 In each run the host itself checks that no exception reached it, that brackets, help contexts, clone sessions, builders, property
 lists, dialogs and timers are ended, that no temporary file and no secret is left, and that the next run uploads. This program
 checks that no thread and no handle is left, that the files of the parts are unchanged, that an attribute is either saved or
-reverted, that no other bytes are uploaded than without a fault, and that a fault which changes what is uploaded is told by a message or a
-warning in the log. Prints a line per replay, "ok" or "FAILED", and "fault sweep: N points, V violations".
+reverted, that no other bytes are uploaded than without a fault, and that a fault which changes what is uploaded is told by a
+message or a warning in the log. Prints a line per replay, "ok" or "FAILED", and "fault sweep: N points, V violations".
 """
 import concurrent.futures
 import json
