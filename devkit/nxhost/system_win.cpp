@@ -10,6 +10,7 @@
 #include <stdio.h>
 
 #include <stdexcept>
+#include <string>
 
 namespace nxhost {
 
@@ -64,8 +65,15 @@ int runProgram(const std::filesystem::path& program, const std::vector<std::stri
     start.hStdOutput = GetStdHandle(STD_OUTPUT_HANDLE);
     start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
     PROCESS_INFORMATION child{};
-    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &child))
-        throw std::runtime_error("The program cannot be started: " + utf8(program));
+    // A busy Wine sometimes fails to start a program.
+    for (int attempt = 1;
+         !CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &child);
+         ++attempt) {
+        const auto error = std::to_string(GetLastError());
+        if (attempt == 4)
+            throw std::runtime_error("The program cannot be started: " + utf8(program) + ", error " + error);
+        Sleep(100);
+    }
     WaitForSingleObject(child.hProcess, INFINITE);
     DWORD status = 0;
     GetExitCodeProcess(child.hProcess, &status);
