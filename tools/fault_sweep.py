@@ -123,7 +123,7 @@ def main():
         count = sum(1 for chosen_replay, _ in chosen if chosen_replay == replay)
         if not any(failed == replay for failed, _, _ in found):
             print(f"ok {replay.stem}: {count} points")
-    print(f"fault sweep: {len(chosen)} points of {len(points)}, {len(found)} violations (seed {SEED})")
+    print(f"fault sweep: {len(chosen)} points, {len(found)} violations (seed {SEED}, {len(points)} points in all)")
     return 1 if found else 0
 
 
