@@ -20,7 +20,8 @@ class User {
     // Uses the open dialog; called whenever it is idle.
     Idle act() {
         if (isUploading() && std::chrono::steady_clock::now() < end_) return Idle::waiting;
-        for (const char* button : {"signInButton", "uploadButton"})
+        // What cannot be uploaded may need another sign-in.
+        for (const char* button : {"signInButton", "uploadButton", "signOutButton"})
             if (press(button)) return Idle::stepped;
         perform(context_, "close");
         return Idle::stepped;

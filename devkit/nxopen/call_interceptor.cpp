@@ -22,6 +22,7 @@ void CallInterceptor::reset() {
     hostThread_ = std::this_thread::get_id();
     calls_.clear();
     counts_.clear();
+    countsByLiteral_.clear();
     faults_.clear();
     violations_.clear();
     bracketDepth_ = 0;
@@ -47,8 +48,14 @@ void CallInterceptor::guard(const std::string& name, const std::function<void()>
     addViolation("An exception without a text left " + name + ".");
 }
 
-std::optional<Fault> CallInterceptor::record(const char* name, FaultKinds kinds, std::size_t hostCall) {
-    CallCount& call = counts_[name];
+CallCount& CallInterceptor::countOf(const char* hostCall) {
+    CallCount*& count = countsByLiteral_[hostCall];
+    if (count == nullptr) count = &counts_[hostCall];
+    return *count;
+}
+
+std::optional<Fault> CallInterceptor::record(const char* name, CallCount& call, FaultKinds kinds,
+                                             std::size_t hostCall) {
     call.kinds = kinds;
     ++call.count;
     for (const Fault& fault : faults_) {
@@ -62,15 +69,15 @@ std::optional<Fault> CallInterceptor::record(const char* name, FaultKinds kinds,
 }
 
 std::optional<Fault> CallInterceptor::recordHostCall(const char* name, FaultKinds kinds) {
-    calls_.emplace_back(name);
-    auto fault = record(name, kinds, calls_.size());
+    calls_.push_back(name);
+    auto fault = record(name, countOf(name), kinds, calls_.size());
     emptied_ = fault && fault->kind == FaultKind::empty;
     return fault;
 }
 
 std::optional<Fault> CallInterceptor::enterOther(const char* name, FaultKinds kinds) {
     const std::lock_guard lock(mutex_);
-    return record(name, kinds, 0);
+    return record(name, counts_[name], kinds, 0);
 }
 
 bool CallInterceptor::onHostThread(const char* name) {

@@ -15,8 +15,12 @@ namespace NXOpen::Drawings {
 
 NXString DrawingSheet::Name() {
     devkit::enterForText("NXOpen::Drawings::DrawingSheet::Name");
+    return devkit::hostString(name());
+}
+
+const std::string& DrawingSheet::name() const {
     if (index_ >= part_.sheets.size()) devkit::fail("The sheet is no longer in its part.");
-    return devkit::hostString(part_.sheets[index_]);
+    return part_.sheets[index_];
 }
 
 DrawingSheetCollection::iterator DrawingSheetCollection::first() {
@@ -93,7 +97,7 @@ std::vector<std::string> namesOf(const std::vector<NXObject*>& sheets, const dev
     for (NXObject* object : sheets) {
         auto* sheet = dynamic_cast<Drawings::DrawingSheet*>(object);
         if (sheet == nullptr || &sheet->part() != &part) devkit::fail("Only sheets of the part itself can be printed.");
-        names.push_back(sheet->Name().GetUTF8Text());
+        names.push_back(sheet->name());
     }
     return names;
 }

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,6 +24,48 @@ bool isFull(const std::error_code& error) {
     return error.value() == ENOSPC;
 }
 
+std::error_code lastError() {
+    return {errno, std::system_category()};
+}
+
+/// A descriptor that is closed at the end.
+struct Descriptor {
+    explicit Descriptor(int opened) : number(opened) {}
+    ~Descriptor() {
+        if (number >= 0) ::close(number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    const int number;
+};
+
+/// The system copies, and shares the blocks where the file system can.
+std::error_code copyBytes(int from, int to, std::uintmax_t size) {
+    while (size > 0) {
+        auto count = ::copy_file_range(from, nullptr, to, nullptr, size, 0);
+        if (count < 0 && errno == EXDEV) count = ::sendfile(to, from, nullptr, size);
+        if (count < 0) return lastError();
+        if (count == 0) break;
+        size -= static_cast<std::uintmax_t>(count);
+    }
+    return {};
+}
+
+/// As CopyFileW: with the write time, and so that the copy can be written to.
+std::error_code copyOfFile(const fs::path& from, const fs::path& to, bool half) {
+    const Descriptor source(::open(from.c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat status {};
+    if (source.number < 0 || ::fstat(source.number, &status) != 0) return lastError();
+    const Descriptor target(
+        ::open(to.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, (status.st_mode & 0777) | S_IWUSR));
+    if (target.number < 0) return lastError();
+    const auto size = static_cast<std::uintmax_t>(status.st_size);
+    if (const auto error = copyBytes(source.number, target.number, half ? size / 2 : size)) return error;
+    const struct timespec times[2] = {status.st_atim, status.st_mtim};
+    ::futimens(target.number, times);
+    return {};
+}
+
 }  // namespace
 
 bool appendToFile(const fs::path& file, std::string_view bytes) noexcept {
@@ -38,18 +81,11 @@ bool appendToFile(const fs::path& file, std::string_view bytes) noexcept {
 
 void copyFile(const fs::path& from, const fs::path& to) {
     std::error_code error = injectedError("platform::copyFile", kinds::copy, from);
-    if (!error || isFull(error)) {
-        std::error_code copyError;
-        fs::copy_file(from, to, fs::copy_options::overwrite_existing, copyError);
-        if (error) fs::resize_file(to, fs::file_size(to) / 2);
-        if (!error) error = copyError;
-    }
+    if (!error)
+        error = copyOfFile(from, to, false);
+    else if (isFull(error))
+        copyOfFile(from, to, true);
     if (error) throw fs::filesystem_error("copy_file", from, to, error);
-    // CopyFileW keeps the write time.
-    std::error_code ignored;
-    const auto time = fs::last_write_time(from, ignored);
-    if (!ignored) fs::last_write_time(to, time, ignored);
-    fs::permissions(to, fs::perms::owner_write, fs::perm_options::add, ignored);
 }
 
 std::uintmax_t fileSizeBytes(const fs::path& file) {
@@ -62,7 +98,7 @@ std::uintmax_t fileSizeBytes(const fs::path& file) {
 FileTime lastWriteTime(const fs::path& file) {
     struct stat status {};
     std::error_code error = injectedError("platform::lastWriteTime", kinds::look, file);
-    if (!error && ::stat(file.c_str(), &status) != 0) error = {errno, std::system_category()};
+    if (!error && ::stat(file.c_str(), &status) != 0) error = lastError();
     if (error) throw fs::filesystem_error("last_write_time", file, error);
     const auto sinceEpoch =
         std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec);
@@ -88,7 +124,7 @@ bool createDirectory(const fs::path& directory, std::error_code& error) {
     error = injectedError("platform::createDirectory", kinds::create);
     if (error) return false;
     const bool made = ::mkdir(directory.c_str(), 0777) == 0;
-    error = made || errno == EEXIST ? std::error_code() : std::error_code(errno, std::system_category());
+    error = made || errno == EEXIST ? std::error_code() : lastError();
     return made;
 }
 
@@ -112,7 +148,7 @@ void setLastWriteTime(const fs::path& file, FileTime time) {
     const auto seconds = std::chrono::floor<std::chrono::seconds>(sinceEpoch);
     const timespec times[2] = {{0, UTIME_OMIT},
                                {seconds.count(), std::chrono::nanoseconds(sinceEpoch - seconds).count()}};
-    if (!error && ::utimensat(AT_FDCWD, file.c_str(), times, 0) != 0) error = {errno, std::system_category()};
+    if (!error && ::utimensat(AT_FDCWD, file.c_str(), times, 0) != 0) error = lastError();
     if (error) throw fs::filesystem_error("set_last_write_time", file, error);
 }
 

@@ -13,7 +13,6 @@
 
 #include <optional>
 #include <string>
-#include <unordered_set>
 
 namespace pivra {
 
@@ -62,9 +61,8 @@ void logError(const char* head, NXOpen::BasePart* part, const std::optional<std:
 /// Whether `check` is true for a component below `part`. A part is checked once, however often it is placed.
 bool anyComponent(NXOpen::BasePart* part, ExportRun& run, bool (*check)(const Placement&, ExportRun&)) {
     const auto& components = run.components(part);
-    std::unordered_set<NXOpen::Part*> asked;
     for (const Placement& placed : components.placements) {
-        if (placed.part != nullptr && !asked.insert(placed.part).second) continue;
+        if (!placed.isFirst) continue;
         bool hit = false;
         logError("Assembly child check failed:", placed.part, platform::errorOf([&] { hit = check(placed, run); }));
         if (hit) return true;

@@ -10,7 +10,9 @@
 #include <NXOpen/Assemblies_ComponentAssembly.hxx>
 #include <NXOpen/Part.hxx>
 
+#include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 namespace pivra {
 
@@ -25,29 +27,56 @@ struct Level {
     std::size_t next = 0;
 };
 
-void readBelow(NXOpen::BasePart& assembly, Component& root, std::vector<Placement>& placements) {
-    std::vector<Level> levels;
-    std::unordered_set<NXOpen::BasePart*> partsOnPath;
-    const auto descend = [&](NXOpen::BasePart* part, Component& component) {
-        if (part != nullptr && !partsOnPath.insert(part).second) return;
-        levels.push_back({part, component.GetChildren()});
-    };
-    descend(&assembly, root);
-    while (!levels.empty()) {
-        Level& level = levels.back();
-        if (level.next == level.children.size()) {
-            partsOnPath.erase(level.part);
-            levels.pop_back();
-            continue;
+/// One reading of a component tree.
+class TreeReading {
+ public:
+    explicit TreeReading(std::vector<Placement>& placements) : placements_(placements) {}
+
+    void read(NXOpen::BasePart& assembly, Component& root) {
+        descend(&assembly, root);
+        while (!levels_.empty()) {
+            Level& level = levels_.back();
+            if (level.next == level.children.size()) {
+                partsOnPath_.erase(level.part);
+                levels_.pop_back();
+            } else if (Component* component = level.children[level.next++]) {
+                visit(*component);
+            }
         }
-        Component* component = level.children[level.next++];
-        if (component == nullptr) continue;
-        auto* prototype = component->Prototype();
-        auto* part = dynamic_cast<NXOpen::Part*>(prototype);
-        placements.push_back({component, part, prototype != nullptr});
-        descend(part, *component);
     }
-}
+
+ private:
+    void visit(Component& component) {
+        auto* prototype = component.Prototype();
+        auto* part = dynamic_cast<NXOpen::Part*>(prototype);
+        const bool isFirst = part == nullptr || isAssembly_.try_emplace(part).second;
+        placements_.push_back({&component, part, prototype != nullptr, isFirst});
+        if (!isFirst && !isAssembly(*part)) return;
+        if (descend(part, component) && part != nullptr) isAssembly_[part] = true;
+    }
+
+    /// Whether the component has children to be read.
+    bool descend(NXOpen::BasePart* part, Component& component) {
+        if (part != nullptr && partsOnPath_.contains(part)) return false;
+        auto children = component.GetChildren();
+        if (children.empty()) return false;
+        if (part != nullptr) partsOnPath_.insert(part);
+        levels_.push_back({part, std::move(children)});
+        return true;
+    }
+
+    /// Of a part that was placed before. A placement without children does not tell: they may be suppressed there.
+    bool isAssembly(NXOpen::Part& part) {
+        auto& known = isAssembly_[&part];
+        if (!known && platform::errorOf([&] { known = rootComponent(&part) != nullptr; })) return true;
+        return *known;
+    }
+
+    std::vector<Placement>& placements_;
+    std::vector<Level> levels_;
+    std::unordered_set<NXOpen::BasePart*> partsOnPath_;
+    std::unordered_map<NXOpen::Part*, std::optional<bool>> isAssembly_;  // of the parts placed so far, once known
+};
 
 }  // namespace
 
@@ -61,7 +90,7 @@ AssemblyComponents readComponents(NXOpen::BasePart* part) {
     components.error = platform::errorOf([&] {
         Component* root = rootComponent(part);
         components.isAssembly = root != nullptr;
-        if (root != nullptr) readBelow(*part, *root, components.placements);
+        if (root != nullptr) TreeReading(components.placements).read(*part, *root);
     });
     return components;
 }

@@ -25,6 +25,7 @@ struct Placement {
     NXOpen::Assemblies::Component* component;
     NXOpen::Part* part;
     bool isLoaded;
+    bool isFirst;  ///< the first placement of its part, or one without a part
 };
 
 /// The components below a part.
@@ -36,7 +37,8 @@ struct AssemblyComponents {
     std::optional<std::string> error;
 };
 
-/// Reads the component tree of `part` (may be null): two calls of the host for each component.
+/// Reads the component tree of `part` (may be null). A component costs two calls of the host; a repeated one, whose
+/// part is no assembly, costs one.
 ///
 /// Every placement is listed, since two placements of a subassembly need not hold the same components. Below a part
 /// that is placed inside itself the reading does not go again, so that it always ends; the depth is bounded by memory

@@ -1,9 +1,12 @@
 #include "export/exported_files.h"
 
+#include "logging/log.h"
+#include "platform/error_text.h"
 #include "platform/remove_tree.h"
 #include "platform/text.h"
 #include "platform/text_encoding.h"
 
+#include <optional>
 #include <tuple>
 
 namespace pivra {
@@ -17,12 +20,15 @@ bool isSupported(const std::string& name) {
 }
 
 void addFile(const fs::path& path, std::vector<ExportedFile>& files) {
-    if (!isSupported(platform::utf8FromPath(path))) return;
-    try {
-        if (const auto facts = platform::fileFacts(path)) files.push_back({path, *facts});
-    } catch (const fs::filesystem_error&) {
-        // Left out, as the header says.
-    }
+    const std::string name = platform::utf8FromPath(path);
+    if (!isSupported(name)) return;
+    std::optional<platform::FileFacts> facts;
+    const auto error = platform::errorOf([&] { facts = platform::fileFacts(path); });
+    if (facts) return files.push_back({path, *facts});
+    logging::LogWarning(logging::LogLine("Exported file could not be read and is passed over:")
+                            .quoted("path", name)
+                            .quoted("error", error.value_or("it is no longer there"))
+                            .text());
 }
 
 bool isBetter(const ExportedFile& left, const ExportedFile& right) {

@@ -16,7 +16,7 @@ struct ExportedFile {
 };
 
 /// The ordinary files with the extension ".prt" or ".pdf", in any letter case, in `directory` and the folders below it.
-/// Links are passed over, and so is what cannot be read. Never throws for the file system.
+/// Links are passed over, and so is what cannot be read, with a warning in the log. Never throws for the file system.
 std::vector<ExportedFile> listExportedFiles(const std::filesystem::path& directory);
 
 /// Finds the file of a part number: the one whose stem is the number as a file name (platform::sanitizeFileName()),

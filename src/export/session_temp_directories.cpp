@@ -56,7 +56,11 @@ class StateLock {
 fs::path findBaseDirectory() {
     if (const auto temp = platform::userTempDirectory()) return *temp;
     const auto localData = platform::environmentPath("LOCALAPPDATA");
-    if (localData && !localData->empty()) return *localData / "Temp";
+    if (localData && !localData->empty()) {
+        const auto temp = *localData / "Temp";
+        platform::createDirectories(temp);
+        return temp;
+    }
     throw std::runtime_error("Unable to resolve base directory for session temp files.");
 }
 

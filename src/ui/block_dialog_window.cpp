@@ -59,9 +59,10 @@ NXOpen::BlockStyler::UIBlock* BlockDialogWindow::findBlock(const char* blockId) 
 }
 
 std::unique_ptr<NXOpen::BlockStyler::PropertyList> BlockDialogWindow::propertiesOf(const char* blockId) {
-    if (findBlock(blockId) != nullptr) return std::unique_ptr<PropertyList>(dialog_->GetBlockProperties(blockId));
-    warnOfMissing(blockId);
-    return nullptr;
+    const bool isThere = findBlock(blockId) != nullptr;
+    std::unique_ptr<PropertyList> properties(isThere ? dialog_->GetBlockProperties(blockId) : nullptr);
+    if (!properties) warnOfMissing(blockId);
+    return properties;
 }
 
 void BlockDialogWindow::setText(const char* blockId, const char* property, const std::string& text) {

@@ -71,6 +71,8 @@ class BlockDialogWindow {
     /// The active window, which is this dialog's while the user acts on it. Null when it is the one that was active
     /// before the dialog was shown, as in shown(): that one is not ours to close.
     platform::WindowHandle ownWindow() const;
+    /// The same in shown(), where the host's window may have become active: null as well when none was before.
+    platform::WindowHandle ownWindowWhenShown() const { return windowBefore_ != nullptr ? ownWindow() : nullptr; }
     /// Asks `window`, which ownWindow() gave earlier, to close. When it is null the dialog stays open, and the log says
     /// so.
     void close(platform::WindowHandle window) const;

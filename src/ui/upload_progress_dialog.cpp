@@ -63,7 +63,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
 
     void shown() override {
         liveWindow = this;
-        window_ = ownWindow();
+        window_ = ownWindowWhenShown();
         showRequest();
         render(renderedStage_.value_or(UploadStage::preparing), true);
         startTimers();

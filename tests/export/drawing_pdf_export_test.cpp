@@ -25,7 +25,7 @@ TEST_F(DrawingPdfExport, setsUpTheBuilderBeforeItPrints) {
     for (const auto& call : interceptor.calls()) {
         if (call.find("PrintPDF") != std::string::npos || call.find("Plot") != std::string::npos ||
             call.find("Builder") != std::string::npos) {
-            made.push_back(call.substr(call.rfind(':') + 1));
+            made.emplace_back(call.substr(call.rfind(':') + 1));
         }
     }
     EXPECT_THAT(made, ElementsAre("PlotManager", "CreatePrintPdfbuilder", "SourceBuilder", "SetAction", "SetAppend",

@@ -19,7 +19,7 @@ TEST_F(ManagedCloneExport, callsTheCloneInterfaceInItsOrder) {
     exportPart(addManaged("4711"));
     std::vector<std::string> made;
     for (const auto& call : interceptor.calls()) {
-        if (call.starts_with("UF_") && !call.starts_with("UF_free")) made.push_back(call);
+        if (call.starts_with("UF_") && !call.starts_with("UF_free")) made.emplace_back(call);
     }
     EXPECT_THAT(made, ElementsAre("UF_initialize", "UF_PART_ask_part_name", "UF_UGMGR_decode_part_file_name",
                                   "UF_CLONE_initialise", "UF_CLONE_init_naming_failures", "UF_CLONE_set_def_action",

@@ -12,6 +12,7 @@ class NXOPEN_EXPORT DrawingSheet : public NXObject {
     DrawingSheet(devkit::PartData& part, std::size_t index) : part_(part), index_(index) {}
 
     NXString Name();
+    const std::string& name() const;  ///< of the stand-in alone
 
     /// The part whose sheet it is; of the stand-in alone.
     const devkit::PartData& part() const { return part_; }

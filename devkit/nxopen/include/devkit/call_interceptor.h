@@ -12,7 +12,9 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <thread>
+#include <unordered_map>
 #include <vector>
 
 namespace devkit {
@@ -65,7 +67,7 @@ class NXOPEN_EXPORT CallInterceptor {
 
     /// The names of all calls of the host so far, in order, a method's with the class in whose header it stands:
     /// "UF_initialize", "NXOpen::BasePart::Save", "NXOpen::PrintPDFBuilder::Commit".
-    const std::vector<std::string>& calls() const { return calls_; }
+    const std::vector<std::string_view>& calls() const { return calls_; }
     /// The calls of all neighbours.
     const std::map<std::string, CallCount>& counts() const { return counts_; }
     /// Broken rules, each a sentence: a call on another thread, a call of the C interface outside its bracket, a
@@ -79,8 +81,8 @@ class NXOPEN_EXPORT CallInterceptor {
     /// Whether the latest UF_initialize failed: what needed its bracket could not be done.
     bool bracketRefused() const { return bracketRefused_; }
 
-    // What the stand-ins call. enterUf returns 0 or the status to return; enter throws, or returns false when the call
-    // is to return null.
+    // What the stand-ins call; the names of the host's calls are literals. enterUf returns 0 or the status to return;
+    // enter throws, or returns false when the call is to return null.
     int enterUf(const char* name, FaultKinds kinds, bool needsBracket = true);
     bool enter(const char* name, FaultKinds kinds);
     /// Enters a call of another neighbour; the fault that it is to have, if any.
@@ -92,14 +94,16 @@ class NXOPEN_EXPORT CallInterceptor {
     void bracketClosed();
 
  private:
-    std::optional<Fault> record(const char* name, FaultKinds kinds, std::size_t hostCall);
+    CallCount& countOf(const char* hostCall);
+    std::optional<Fault> record(const char* name, CallCount& call, FaultKinds kinds, std::size_t hostCall);
     std::optional<Fault> recordHostCall(const char* name, FaultKinds kinds);
     bool onHostThread(const char* name);
 
     std::mutex mutex_;
     std::thread::id hostThread_ = std::this_thread::get_id();
-    std::vector<std::string> calls_;
+    std::vector<std::string_view> calls_;
     std::map<std::string, CallCount> counts_;
+    std::unordered_map<const char*, CallCount*> countsByLiteral_;  // of the host's calls, to find them fast
     std::vector<Fault> faults_;
     std::vector<std::string> violations_;
     int bracketDepth_ = 0;

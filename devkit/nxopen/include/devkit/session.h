@@ -13,6 +13,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace NXOpen {
@@ -105,7 +106,7 @@ class NXOPEN_EXPORT Session {
 
  private:
     std::deque<PartData> parts_;
-    std::map<std::string, PartData*> byName_;
+    std::unordered_map<std::string, PartData*> byName_;
     std::string displayed_;
 };
 
