@@ -7,9 +7,7 @@
 
 #include <algorithm>
 #include <array>
-#include <sstream>
 #include <stdexcept>
-#include <utility>
 
 namespace config {
 namespace fs = std::filesystem;
@@ -30,9 +28,7 @@ LoadedProperties& loadedProperties() {
 
 LoadedProperties readProperties(const fs::path& file) {
     const auto text = platform::readFile(file);
-    if (!text) return {};
-    std::istringstream lines(*text);
-    return {file, parseProperties(lines)};
+    return text ? LoadedProperties{file, parseProperties(*text)} : LoadedProperties{};
 }
 
 void parseLine(std::string_view rawLine, PropertiesTable& table) {
@@ -82,16 +78,14 @@ bool ParseBooleanSetting(const std::string& key, const std::string& value, bool 
     return defaultValue;
 }
 
-PropertiesTable parseProperties(std::istream& text) {
+PropertiesTable parseProperties(std::string_view text) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
     PropertiesTable table;
-    bool first = true;
-    for (std::string line; std::getline(text, line);) {
-        std::string_view rest = line;
-        if (std::exchange(first, false) && rest.substr(0, byteOrderMark.size()) == byteOrderMark) {
-            rest.remove_prefix(byteOrderMark.size());
-        }
-        parseLine(rest, table);
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\n'), text.size() - 1);
+        parseLine(text.substr(0, end + 1), table);
+        text.remove_prefix(end + 1);
     }
     return table;
 }

@@ -7,7 +7,6 @@
 #pragma once
 
 #include <filesystem>
-#include <istream>
 #include <map>
 #include <string>
 #include <string_view>
@@ -33,6 +32,6 @@ std::string GetProperty(const std::string& key);
 bool ParseBooleanSetting(const std::string& key, const std::string& value, bool defaultValue);
 
 /// Parses the file's text; a leading UTF-8 byte-order mark is passed over, and the last of several equal keys wins.
-PropertiesTable parseProperties(std::istream& text);
+PropertiesTable parseProperties(std::string_view text);
 
 }  // namespace config

@@ -5,9 +5,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -178,18 +176,14 @@ LogLine& LogLine::flag(std::string_view name, bool value) {
     return plain(name, value ? "true" : "false");
 }
 
-// std::to_chars, because the host may have set a locale with a decimal comma.
 LogLine& LogLine::decimal(std::string_view name, double value) {
     constexpr int significantDigits = 6;
     const int magnitude = value == 0 ? 0 : static_cast<int>(std::floor(std::log10(std::abs(value))));
     const int decimals = std::clamp(significantDigits - 1 - magnitude, 0, 30);
-    std::array<char, 400> digits{};
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals);
-    std::string_view text(digits.data(), static_cast<std::size_t>(end.ptr - digits.data()));
+    auto text = platform::decimalText(value, decimals);
     if (decimals > 0) {
-        text = text.substr(0, text.find_last_not_of('0') + 1);
-        if (text.ends_with('.')) text.remove_suffix(1);
+        text.erase(text.find_last_not_of('0') + 1);
+        if (text.ends_with('.')) text.pop_back();
     }
     return plain(name, text);
 }

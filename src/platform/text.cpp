@@ -1,6 +1,8 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 
 namespace platform {
 namespace {
@@ -31,6 +33,18 @@ std::string toLower(std::string_view text) {
         if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
     }
     return lower;
+}
+
+// Not by std::to_chars, whose tables for numbers of any size would be a tenth of the plug-in's file.
+std::string decimalText(double value, int decimals) {
+    std::array<char, 400> digits{};
+    std::snprintf(digits.data(), digits.size(), "%.*f", decimals, value);
+    std::string text = digits.data();
+    if (decimals > 0) {
+        const auto end = text.find_first_not_of("-0123456789");
+        text.replace(end, text.size() - static_cast<std::size_t>(decimals) - end, ".");
+    }
+    return text;
 }
 
 std::size_t characterCount(std::string_view text) {

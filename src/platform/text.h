@@ -36,6 +36,10 @@ constexpr std::size_t utf8CharacterLength(std::string_view text) {
     return length;
 }
 
+/// The finite `value`, rounded to `decimals` digits after a full stop; without a full stop for none. The host may have
+/// set a locale with a decimal comma.
+std::string decimalText(double value, int decimals);
+
 /// Length of UTF-8 text in characters (code points).
 std::size_t characterCount(std::string_view text);
 

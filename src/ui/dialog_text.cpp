@@ -13,14 +13,6 @@ constexpr const char* indent = "     ";
 constexpr std::size_t longestFileName = 60;
 constexpr std::size_t cutFileName = 57;
 
-// std::to_chars, because the host may have set a locale with a decimal comma.
-std::string twoDecimals(double value) {
-    std::array<char, 400> digits{};
-    const auto [end, error] =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, 2);
-    return {digits.data(), end};
-}
-
 std::string fileCount(std::size_t count) {
     return " (" + std::to_string(count) + (count == 1 ? " file)" : " files)");
 }
@@ -42,7 +34,8 @@ FileNameLine fileNameLine(const std::string& fileName) {
 }
 
 std::string sizeText(const pivra::ModelMetadata& metadata) {
-    auto text = metadata.fileSizeMb > 0 ? "Size: " + twoDecimals(metadata.fileSizeMb) + " MB" : "Size: Unknown";
+    auto text =
+        metadata.fileSizeMb > 0 ? "Size: " + platform::decimalText(metadata.fileSizeMb, 2) + " MB" : "Size: Unknown";
     if (metadata.isAssembly && !metadata.files.empty()) text += fileCount(metadata.files.size());
     return text;
 }

@@ -5,19 +5,13 @@
 #include "config/log_settings.h"
 #include "logging/log.h"
 
-#include <sstream>
-
 namespace {
 
 namespace fs = std::filesystem;
+using config::parseProperties;
 using config::PropertiesTable;
 using logging::LogLevel;
 using testing::ElementsAre;
-
-PropertiesTable parse(const std::string& text) {
-    std::istringstream stream(text);
-    return config::parseProperties(stream);
-}
 
 TEST(PropertiesText, isReadLineByLine) {
     const struct {
@@ -35,16 +29,16 @@ TEST(PropertiesText, isReadLineByLine) {
         {"a=\\\nb=\"q\"\n", {{"a", "\\"}, {"b", "\"q\""}}},
         {"gr\xC3\xB6\xC3\x9F=\xFF\n", {{"gr\xC3\xB6\xC3\x9F", "\xFF"}}},
     };
-    for (const auto& [text, table] : cases) EXPECT_EQ(parse(text), table) << text;
+    for (const auto& [text, table] : cases) EXPECT_EQ(parseProperties(text), table) << text;
 }
 
 TEST(PropertiesText, byteOrderMarkIsPassedOverOnTheFirstLineOnly) {
     const std::string mark = "\xEF\xBB\xBF";
-    EXPECT_EQ(parse(mark + "a=1\n"), parse("a=1\n"));
-    EXPECT_EQ(parse(mark + "#a=1\n"), PropertiesTable());
-    EXPECT_EQ(parse("\xEF\xBB"), PropertiesTable());
-    EXPECT_EQ(parse("\n" + mark + "a=1\n"), (PropertiesTable{{mark + "a", "1"}}));
-    EXPECT_EQ(parse(mark + mark + "a=1\n"), (PropertiesTable{{mark + "a", "1"}}));
+    EXPECT_EQ(parseProperties(mark + "a=1\n"), parseProperties("a=1\n"));
+    EXPECT_EQ(parseProperties(mark + "#a=1\n"), PropertiesTable());
+    EXPECT_EQ(parseProperties("\xEF\xBB"), PropertiesTable());
+    EXPECT_EQ(parseProperties("\n" + mark + "a=1\n"), (PropertiesTable{{mark + "a", "1"}}));
+    EXPECT_EQ(parseProperties(mark + mark + "a=1\n"), (PropertiesTable{{mark + "a", "1"}}));
 }
 
 TEST(Properties, aNewReadingReplacesTheTable) {

@@ -6,9 +6,9 @@
 
 #include <array>
 #include <atomic>
+#include <clocale>
 #include <cstdlib>
 #include <iostream>
-#include <locale>
 #include <map>
 #include <regex>
 #include <thread>
@@ -139,10 +139,8 @@ TEST(LogPath, absoluteValuesStandAndOthersAreJoined) {
 }
 
 TEST(LogLine, decimalsArePlainHoweverSmallAndWhateverTheLocale) {
-    struct Comma : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-    };
-    const auto outer = std::locale::global(std::locale(std::locale::classic(), new Comma));
+    // Its name on Windows, and that on Linux, where it may be missing.
+    if (std::setlocale(LC_NUMERIC, "German") == nullptr) std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
     const std::pair<double, const char*> cases[] = {{0.0, "0"},
                                                     {0.5, "0.5"},
                                                     {1.0 / 3, "0.333333"},
@@ -153,7 +151,7 @@ TEST(LogLine, decimalsArePlainHoweverSmallAndWhateverTheLocale) {
     for (const auto& [value, text] : cases) {
         EXPECT_EQ(logging::LogLine("H").decimal("v", value).text(), std::string("H v=") + text + ".");
     }
-    std::locale::global(outer);
+    std::setlocale(LC_NUMERIC, "C");
 }
 
 }  // namespace
