@@ -18,25 +18,23 @@ namespace pivra {
 
 namespace {
 
-using logging::LogLine;
 using logging::LogWarning;
+using logging::quoted;
 
 bool isUnsaved(const Placement& placed, ExportRun&) {
     if (placed.part == nullptr || !isPartModified(placed.part, "Assembly child modified-state check")) return false;
-    LogWarning(LogLine("Assembly child has unsaved changes:").quoted("part", nx::partLogLabel(placed.part)).text());
+    LogWarning("Assembly child has unsaved changes:", quoted("part", nx::partLogLabel(placed.part)));
     return true;
 }
 
 bool isUnsupportedFile(const std::string& file) {
     if (!platform::hasExtension(file, ".prt")) {
-        LogWarning(LogLine("Assembly child has unsupported backing file type:")
-                       .quoted("backing_source", file)
-                       .quoted("extension", platform::fileExtension(file))
-                       .text());
+        LogWarning("Assembly child has unsupported backing file type:", quoted("backing_source", file),
+                   quoted("extension", platform::fileExtension(file)));
         return true;
     }
     if (hasUsableLocalSource(file)) return false;
-    LogWarning(LogLine("Assembly child backing .prt is not saved locally:").quoted("backing_source", file).text());
+    LogWarning("Assembly child backing .prt is not saved locally:", quoted("backing_source", file));
     return true;
 }
 
@@ -46,16 +44,13 @@ bool isUnsupported(const Placement& placed, ExportRun& run) {
     const std::string file = placed.part != nullptr ? nx::utf8(placed.part->FullPath()) : run.fileOf(*placed.component);
     if (!file.empty()) return isUnsupportedFile(file);
     if (placed.part == nullptr) return false;
-    LogWarning(LogLine("Assembly child has unsupported loaded part source:")
-                   .quoted("part", nx::partLogLabel(placed.part))
-                   .quoted("source", "")
-                   .quoted("extension", "")
-                   .text());
+    LogWarning("Assembly child has unsupported loaded part source:", quoted("part", nx::partLogLabel(placed.part)),
+               quoted("source", ""), quoted("extension", ""));
     return true;
 }
 
 void logError(const char* head, NXOpen::BasePart* part, const std::optional<std::string>& error) {
-    if (error) LogWarning(LogLine(head).quoted("part", nx::partLogLabel(part)).quoted("error", *error).text());
+    if (error) LogWarning(head, quoted("part", nx::partLogLabel(part)), quoted("error", *error));
 }
 
 /// Whether `check` is true for a component below `part`. A part is checked once, however often it is placed.

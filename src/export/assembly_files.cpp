@@ -28,8 +28,8 @@ namespace {
 using logging::LogDebug;
 using logging::LogError;
 using logging::LogInfo;
-using logging::LogLine;
 using logging::LogWarning;
+using logging::quoted;
 
 /// How the log lines of one kind of collection begin.
 struct LogHeads {
@@ -99,13 +99,12 @@ class Collection {
     void findFile(NXOpen::BasePart& part, const std::string& label, ModelFileEntry& entry) const;
     void logSummary(const std::string& label) const;
 
-    LogLine line(const char* head, const std::string& label) const { return LogLine(head).quoted("part", label); }
-    /// Adds the shared directory to the line of a managed collection.
-    LogLine withDirectory(LogLine line) const {
-        return source_.sharedDirectory ? line.quoted("shared_export_directory", *source_.sharedDirectory) : line;
+    /// Only in the lines of a managed collection.
+    logging::Field directory() const {
+        return logging::quotedIfAny("shared_export_directory", source_.sharedDirectory);
     }
     void logError(const char* head, const std::string& label, const std::string& error) const {
-        LogError(withDirectory(line(head, label)).quoted("error", error).text());
+        LogError(head, quoted("part", label), directory(), quoted("error", error));
     }
 
     NXOpen::BasePart& root_;
@@ -128,7 +127,7 @@ CollectedFiles Collection::collect() {
     const auto error = platform::errorOf([&] { readingError = addMembers(); });
     if (error || readingError) logError(source_.heads.walkError, label, error ? *error : *readingError);
     if (collected_.isAssembly && collected_.entries.empty()) {
-        LogError(withDirectory(line(source_.heads.aborted, label)).text());
+        LogError(source_.heads.aborted, quoted("part", label), directory());
     } else {
         logSummary(label);
     }
@@ -164,10 +163,8 @@ void Collection::noteUnloaded(NXOpen::Assemblies::Component& component) {
     if (platform::errorOf([&] { name = nx::utf8(component.DisplayName()); })) name = "unknown";
     const std::string file = run_.fileOf(component);
     if (!unloaded_.insert(file.empty() ? name : file).second) return;
-    LogWarning(LogLine("Assembly member is not loaded and will not be uploaded:")
-                   .quoted("component", name)
-                   .quoted("backing_source", file)
-                   .text());
+    LogWarning("Assembly member is not loaded and will not be uploaded:", quoted("component", name),
+               quoted("backing_source", file));
 }
 
 void Collection::addMember(NXOpen::Part& part) {
@@ -183,9 +180,9 @@ void Collection::addMember(NXOpen::Part& part) {
 
 void Collection::logRepeated(const Member& member) const {
     if (member.key.empty()) {
-        LogWarning(withDirectory(line(source_.heads.unresolved, member.label)).text());
+        LogWarning(source_.heads.unresolved, quoted("part", member.label), directory());
     } else {
-        LogDebug(line(source_.heads.repeated, member.label).quoted("key", member.key).text());
+        LogDebug(source_.heads.repeated, quoted("part", member.label), quoted("key", member.key));
     }
 }
 
@@ -195,8 +192,8 @@ void Collection::addNewMember(NXOpen::Part& part, const Member& member, ModelFil
         collected_.entries.push_back(std::move(entry));
         return;
     }
-    LogWarning(
-        withDirectory(line(source_.heads.skipped, member.label).quoted("source_file_id", entry.sourceFileId)).text());
+    LogWarning(source_.heads.skipped, quoted("part", member.label), quoted("source_file_id", entry.sourceFileId),
+               directory());
 }
 
 /// Reads everything but the file. The root's identifier comes from the run: resolving it again could repair it again.
@@ -220,17 +217,14 @@ void Collection::findFile(NXOpen::BasePart& part, const std::string& label, Mode
         entry.uploadFileName = platform::lastPathComponent(entry.uploadPath);
         return;
     }
-    LogLine omitted = line(source_.heads.noFile, label);
-    if (!source_.sharedDirectory) omitted.quoted("source", entry.sourcePath);
-    LogWarning(withDirectory(omitted).text());
+    LogWarning(source_.heads.noFile, quoted("part", label),
+               source_.sharedDirectory ? directory() : quoted("source", entry.sourcePath));
 }
 
 void Collection::logSummary(const std::string& label) const {
-    LogInfo(withDirectory(line(source_.heads.summary, label)
-                              .flag("is_assembly", collected_.isAssembly)
-                              .number("files", collected_.entries.size())
-                              .number("uploaded_files", uploadedFileCount(collected_.entries)))
-                .text());
+    LogInfo(source_.heads.summary, quoted("part", label), logging::flag("is_assembly", collected_.isAssembly),
+            logging::number("files", collected_.entries.size()),
+            logging::number("uploaded_files", uploadedFileCount(collected_.entries)), directory());
 }
 
 CollectedFiles collect(NXOpen::BasePart* part, Source source, ExportRun& run) {

@@ -16,8 +16,9 @@ namespace {
 
 using logging::LogDebug;
 using logging::LogInfo;
-using logging::LogLine;
+using logging::LogLevel;
 using logging::LogWarning;
+using logging::quoted;
 
 bool isSameFile(const fs::path& left, const fs::path& right) {
     std::error_code leftMissing;
@@ -29,18 +30,15 @@ bool isSameFile(const fs::path& left, const fs::path& right) {
 
 std::string reuse(const fs::path& file) {
     std::string path = platform::utf8FromPath(file);
-    LogDebug(LogLine("Local NX model export reused existing temp file:").quoted("path", path).text());
+    LogDebug("Local NX model export reused existing temp file:", quoted("path", path));
     return path;
 }
 
 std::string copy(const std::string& sourcePath, const fs::path& source, const fs::path& target) {
     std::string destination = platform::utf8FromPath(target);
-    LogDebug(LogLine("Copying local NX model for upload:")
-                 .quoted("source", sourcePath)
-                 .quoted("destination", destination)
-                 .text());
+    LogDebug("Copying local NX model for upload:", quoted("source", sourcePath), quoted("destination", destination));
     platform::copyFile(source, target);
-    LogDebug(LogLine("Local NX model export complete:").quoted("destination", destination).text());
+    LogDebug("Local NX model export complete:", quoted("destination", destination));
     return destination;
 }
 
@@ -51,22 +49,22 @@ std::string exportDisplayedModel(NXOpen::BasePart* part, const std::string& sour
         LogWarning("NX model export skipped because there is no displayed part.");
         return {};
     }
-    const auto line = [&](const char* head) {
-        return LogLine(head).quoted("part", nx::partLogLabel(part)).quoted("source", sourcePath).text();
+    const auto log = [&](LogLevel level, const char* head) {
+        logging::Log(level, head, quoted("part", nx::partLogLabel(part)), quoted("source", sourcePath));
     };
     if (isDrawingContext()) {
-        LogInfo(line("NX export selected drawing PDF path:"));
+        log(LogLevel::info, "NX export selected drawing PDF path:");
         return exportDrawingPdf(part, sourcePath, run);
     }
     if (run.isManaged(part)) {
-        LogInfo(line("NX export selected managed clone path:"));
+        log(LogLevel::info, "NX export selected managed clone path:");
         return exportManagedPart(part, run);
     }
     if (hasUsableLocalSource(sourcePath)) {
-        LogDebug(line("NX export selected local source copy path:"));
+        log(LogLevel::debug, "NX export selected local source copy path:");
         return copyLocalModel(sourcePath, run);
     }
-    LogWarning(line("NX export skipped because the local part has not been saved to disk:"));
+    log(LogLevel::warning, "NX export skipped because the local part has not been saved to disk:");
     return {};
 }
 

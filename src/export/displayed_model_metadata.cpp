@@ -28,10 +28,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using logging::flag;
 using logging::LogDebug;
 using logging::LogInfo;
-using logging::LogLine;
 using logging::LogWarning;
+using logging::number;
+using logging::quoted;
 
 constexpr const char* unknownTime = "Unknown";
 
@@ -82,10 +84,9 @@ class Reading {
     void readExportedFacts();
     void readAssemblyFacts();
 
-    LogLine line(const char* head) const { return LogLine(head).quoted("part", label_); }
-    LogLine fileLine(const char* head) const {
-        return LogLine(head).quoted("file_name", metadata_.fileName).quoted("source_file_id", metadata_.sourceFileId);
-    }
+    logging::Field part() const { return quoted("part", label_); }
+    logging::Field fileName() const { return quoted("file_name", metadata_.fileName); }
+    logging::Field sourceFileId() const { return quoted("source_file_id", metadata_.sourceFileId); }
 
     NXOpen::BasePart& part_;
     ModelMetadata& metadata_;
@@ -99,18 +100,14 @@ void Reading::classify() {
     metadata_.isManaged = run_.isManaged(&part_);
     metadata_.sourcePath = nx::utf8(part_.FullPath());
     if (metadata_.isManaged || hasUsableLocalSource(metadata_.sourcePath)) return;
-    LogDebug(line("NX part has no usable local source and did not decode as Teamcenter-managed; treating as local "
-                  "unsaved part:")
-                 .quoted("source", metadata_.sourcePath)
-                 .text());
+    LogDebug(
+        "NX part has no usable local source and did not decode as Teamcenter-managed; treating as local unsaved part:",
+        part(), quoted("source", metadata_.sourcePath));
 }
 
 void Reading::logStart() const {
-    LogInfo(line("Reading NX display metadata:")
-                .flag("drawing", isDrawing_)
-                .flag("managed", metadata_.isManaged)
-                .quoted("source", metadata_.sourcePath)
-                .text());
+    LogInfo("Reading NX display metadata:", part(), flag("drawing", isDrawing_), flag("managed", metadata_.isManaged),
+            quoted("source", metadata_.sourcePath));
 }
 
 void Reading::readFileFacts() {
@@ -127,13 +124,12 @@ void Reading::readLocalFacts() {
     metadata_.fileName = platform::lastPathComponent(metadata_.sourcePath);
     if (metadata_.fileName.empty()) metadata_.fileName = nx::utf8(part_.Leaf());
     if (!setFileFacts(metadata_, metadata_.sourcePath)) {
-        LogWarning(line("NX display metadata found a local part without a saved source file:")
-                       .quoted("source_file_id", metadata_.sourceFileId)
-                       .quoted("source", metadata_.sourcePath)
-                       .text());
+        LogWarning("NX display metadata found a local part without a saved source file:", part(), sourceFileId(),
+                   quoted("source", metadata_.sourcePath));
         return;
     }
-    LogDebug(fileLine("NX display metadata read from local source:").decimal("size_mb", metadata_.fileSizeMb).text());
+    LogDebug("NX display metadata read from local source:", fileName(), sourceFileId(),
+             logging::decimal("size_mb", metadata_.fileSizeMb));
 }
 
 void Reading::readManagedFacts() {
@@ -141,9 +137,7 @@ void Reading::readManagedFacts() {
     metadata_.fileName = platform::lastPathComponent(metadata_.exportedFile);
     if (metadata_.fileName.empty()) metadata_.fileName = nx::utf8(part_.Leaf());
     if (metadata_.exportedFile.empty()) {
-        LogWarning(line("Managed NX display metadata export produced no local clone:")
-                       .quoted("source_file_id", metadata_.sourceFileId)
-                       .text());
+        LogWarning("Managed NX display metadata export produced no local clone:", part(), sourceFileId());
         return;
     }
     readExportedFacts();
@@ -152,16 +146,13 @@ void Reading::readManagedFacts() {
 void Reading::readExportedFacts() {
     if (!setFileFacts(metadata_, metadata_.exportedFile)) {
         metadata_.lastModified = unknownTime;
-        LogWarning(line("NX display metadata could not read managed export file stats:")
-                       .quoted("exported_file", metadata_.exportedFile)
-                       .quoted("error", statusError(platform::pathFromUtf8(metadata_.exportedFile)))
-                       .text());
+        LogWarning("NX display metadata could not read managed export file stats:", part(),
+                   quoted("exported_file", metadata_.exportedFile),
+                   quoted("error", statusError(platform::pathFromUtf8(metadata_.exportedFile))));
         return;
     }
-    LogDebug(fileLine("NX display metadata read from managed export:")
-                 .quoted("exported_file", metadata_.exportedFile)
-                 .decimal("size_mb", metadata_.fileSizeMb)
-                 .text());
+    LogDebug("NX display metadata read from managed export:", fileName(), sourceFileId(),
+             quoted("exported_file", metadata_.exportedFile), logging::decimal("size_mb", metadata_.fileSizeMb));
 }
 
 void Reading::readFiles() {
@@ -190,16 +181,12 @@ void Reading::readAssemblyFacts() {
 }
 
 void Reading::logResult() const {
-    LogInfo(fileLine("NX display metadata ready:")
-                .flag("drawing", isDrawing_)
-                .flag("managed", metadata_.isManaged)
-                .flag("unsaved", metadata_.hasUnsavedChanges)
-                .flag("is_assembly", metadata_.isAssembly)
-                .flag("unsupported_file_types", metadata_.hasUnsupportedFileTypes)
-                .number("files", metadata_.files.size())
-                .number("uploaded_files", uploadedFileCount(metadata_.files))
-                .quoted("exported_file", metadata_.exportedFile)
-                .text());
+    LogInfo("NX display metadata ready:", fileName(), sourceFileId(), flag("drawing", isDrawing_),
+            flag("managed", metadata_.isManaged), flag("unsaved", metadata_.hasUnsavedChanges),
+            flag("is_assembly", metadata_.isAssembly),
+            flag("unsupported_file_types", metadata_.hasUnsupportedFileTypes), number("files", metadata_.files.size()),
+            number("uploaded_files", uploadedFileCount(metadata_.files)),
+            quoted("exported_file", metadata_.exportedFile));
 }
 
 void readPart(NXOpen::BasePart& part, ModelMetadata& metadata) {

@@ -28,8 +28,8 @@ namespace fs = std::filesystem;
 namespace {
 
 using logging::LogInfo;
-using logging::LogLine;
 using logging::LogWarning;
+using logging::quoted;
 
 using Sheets = std::vector<NXOpen::NXObject*>;
 
@@ -37,16 +37,11 @@ constexpr auto printAction = static_cast<NXOpen::PrintPDFBuilder::ActionOption>(
 
 /// Destroys a builder; an exception of the host is logged.
 struct BuilderDestroy {
-    void operator()(NXOpen::PrintPDFBuilder* builder) const noexcept {
-        try {
-            builder->Destroy();
-        } catch (...) {
-            logging::logBuilt(logging::LogLevel::warning, [] {
-                return LogLine("PDF builder could not be destroyed:")
-                    .quoted("error", platform::currentErrorText("unknown"))
-                    .text();
-            });
-        }
+    void operator()(NXOpen::PrintPDFBuilder* builder) const noexcept try {
+        const auto error = platform::errorOf([builder] { builder->Destroy(); });
+        if (error) LogWarning("PDF builder could not be destroyed:", quoted("error", *error));
+    } catch (...) {
+        // Out of memory: the line is lost.
     }
 };
 
@@ -73,7 +68,7 @@ std::optional<platform::FileTime> writeTime(const fs::path& file) {
 /// Prints the sheets. False, with the reason in the log, when the host does not give what printing needs.
 bool print(NXOpen::BasePart& part, Sheets& sheets, const std::string& destination) {
     const auto fail = [&](const char* head) {
-        LogWarning(LogLine(head).quoted("part", nx::partLogLabel(&part)).quoted("destination", destination).text());
+        LogWarning(head, quoted("part", nx::partLogLabel(&part)), quoted("destination", destination));
         return false;
     };
     NXOpen::PlotManager* manager = part.PlotManager();
@@ -100,30 +95,23 @@ std::string exportDrawingPdf(NXOpen::BasePart* part, const std::string& sourcePa
     Sheets sheets = sheetsOf(*part);
     const std::string label = nx::partLogLabel(part);
     if (sheets.empty()) {
-        LogWarning(LogLine("Drawing PDF export skipped because no drawing sheets were found:")
-                       .quoted("part", label)
-                       .quoted("source", sourcePath)
-                       .text());
+        LogWarning("Drawing PDF export skipped because no drawing sheets were found:", quoted("part", label),
+                   quoted("source", sourcePath));
         return {};
     }
     const fs::path file = run.directory() / platform::pathFromUtf8(drawingPdfBaseName(part, sourcePath) + ".pdf");
     std::string destination = platform::utf8FromPath(file);
     const auto before = writeTime(file);
-    LogInfo(LogLine("Starting NX drawing PDF export:")
-                .quoted("part", label)
-                .number("sheets", sheets.size())
-                .quoted("destination", destination)
-                .text());
+    LogInfo("Starting NX drawing PDF export:", quoted("part", label), logging::number("sheets", sheets.size()),
+            quoted("destination", destination));
     if (!print(*part, sheets, destination)) return {};
     const auto after = writeTime(file);
     if (after && (!before || *after > *before)) {
-        LogInfo(LogLine("NX drawing PDF export complete:").quoted("destination", destination).text());
+        LogInfo("NX drawing PDF export complete:", quoted("destination", destination));
         return destination;
     }
-    LogWarning(LogLine("Drawing PDF export did not produce a new or updated file:")
-                   .quoted("part", label)
-                   .quoted("destination", destination)
-                   .text());
+    LogWarning("Drawing PDF export did not produce a new or updated file:", quoted("part", label),
+               quoted("destination", destination));
     return {};
 }
 

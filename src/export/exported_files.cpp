@@ -25,10 +25,8 @@ void addFile(const fs::path& path, std::vector<ExportedFile>& files) {
     std::optional<platform::FileFacts> facts;
     const auto error = platform::errorOf([&] { facts = platform::fileFacts(path); });
     if (facts) return files.push_back({path, *facts});
-    logging::LogWarning(logging::LogLine("Exported file could not be read and is passed over:")
-                            .quoted("path", name)
-                            .quoted("error", error.value_or("it is no longer there"))
-                            .text());
+    logging::LogWarning("Exported file could not be read and is passed over:", logging::quoted("path", name),
+                        logging::quoted("error", error ? *error : "it is no longer there"));
 }
 
 bool isBetter(const ExportedFile& left, const ExportedFile& right) {

@@ -27,8 +27,9 @@ namespace {
 
 using logging::LogDebug;
 using logging::LogInfo;
-using logging::LogLine;
 using logging::LogWarning;
+using logging::plain;
+using logging::quoted;
 
 constexpr auto exportOperation = static_cast<UF_CLONE_operation_class_t>(host_numbers::cloneOperation);
 constexpr auto defaultAction = static_cast<UF_CLONE_action_t>(host_numbers::cloneAction);
@@ -41,11 +42,6 @@ struct ExportContext {
     std::string label;
     std::string mode;
     std::string directory;
-
-    LogLine line(const char* head) const { return LogLine(head).quoted("part", label); }
-    LogLine lineWithMode(const std::string& head) const {
-        return LogLine(head).quoted("part", label).plain("mode", mode);
-    }
 };
 
 /// A clone session of the host. It is always terminated, whatever the call that starts it returned.
@@ -106,9 +102,9 @@ void CloneSession::add(const char* encodedName, bool isAssembly) {
 }
 
 bool CloneSession::addUnder(const char* name, bool isAssembly) {
-    LogDebug(LogLine(std::string("Adding managed NX ") + (isAssembly ? "assembly" : "part") + " to UF_CLONE export:")
-                 .quoted("encoded_name", nx::utf8FromLocale(name))
-                 .text());
+    LogDebug(
+        isAssembly ? "Adding managed NX assembly to UF_CLONE export:" : "Adding managed NX part to UF_CLONE export:",
+        quoted("encoded_name", nx::utf8FromLocale(name)));
     if (!isAssembly) return nx::checkNxStatus("UF_CLONE_add_part", UF_CLONE_add_part(name));
     nx::LoadStatus loaded;
     return nx::checkNxStatus("UF_CLONE_add_assembly", UF_CLONE_add_assembly(name, loaded.get()));
@@ -137,12 +133,9 @@ std::string runClone(NXOpen::BasePart& part, const std::string& directory) {
     nx::checkNxStatus("UF_PART_ask_part_name", UF_PART_ask_part_name(part.Tag(), encoded));
     ManagedPartName name;
     nx::checkNxStatus("UF_UGMGR_decode_part_file_name", decodeEncodedName(encoded, name));
-    LogDebug(LogLine("Decoded managed NX part name for export:")
-                 .quoted("part_number", name.partNumber)
-                 .quoted("revision", name.partRevision)
-                 .quoted("file_type", name.partFileType)
-                 .quoted("file_name", name.partFileName)
-                 .text());
+    LogDebug("Decoded managed NX part name for export:", quoted("part_number", name.partNumber),
+             quoted("revision", name.partRevision), quoted("file_type", name.partFileType),
+             quoted("file_name", name.partFileName));
     CloneSession clone;
     clone.setUp(directory);
     clone.add(encoded, rootComponent(&part) != nullptr);
@@ -185,9 +178,8 @@ std::string rootFile(const ExportContext& context, const fs::path& directory, co
         std::remove_if(files.begin(), files.end(), [&](const auto& file) { return !before.isNewOrChanged(file); }),
         files.end());
     if (files.empty()) {
-        LogWarning(context.lineWithMode("Managed NX export did not produce a supported upload file:")
-                       .quoted("directory", context.directory)
-                       .text());
+        LogWarning("Managed NX export did not produce a supported upload file:", quoted("part", context.label),
+                   plain("mode", context.mode), quoted("directory", context.directory));
         return {};
     }
     const FilesByPartNumber byNumber(files);
@@ -196,21 +188,18 @@ std::string rootFile(const ExportContext& context, const fs::path& directory, co
         return left.facts.written < right.facts.written;
     });
     std::string path = platform::utf8FromPath(newest->path);
-    LogDebug(context.line("Managed NX export did not find a file matching the part number; using newest exported file:")
-                 .quoted("part_number", partNumber)
-                 .quoted("directory", context.directory)
-                 .quoted("exported_file", path)
-                 .text());
+    LogDebug("Managed NX export did not find a file matching the part number; using newest exported file:",
+             quoted("part", context.label), quoted("part_number", partNumber), quoted("directory", context.directory),
+             quoted("exported_file", path));
     return path;
 }
 
 bool ensureExists(const ExportContext& context, const fs::path& directory) {
     const std::error_code error = platform::createDirectories(directory);
     if (!error) return true;
-    LogWarning(context.lineWithMode("Managed NX export failed because the export directory could not be created:")
-                   .quoted("directory", context.directory)
-                   .quoted("error", platform::errorText(error))
-                   .text());
+    LogWarning("Managed NX export failed because the export directory could not be created:",
+               quoted("part", context.label), plain("mode", context.mode), quoted("directory", context.directory),
+               quoted("error", platform::errorText(error)));
     return false;
 }
 
@@ -231,24 +220,19 @@ std::string exportManagedPart(NXOpen::BasePart* part, const ExportRun& run) {
     {
         const nx::UfSession session;
         if (!session) {
-            LogWarning(context
-                           .lineWithMode("Managed NX export failed because UF_initialize returned status " +
-                                         std::to_string(session.status()) + ":")
-                           .text());
+            LogWarning("Managed NX export failed because UF_initialize returned status " +
+                           std::to_string(session.status()) + ":",
+                       quoted("part", context.label), plain("mode", mode));
             return {};
         }
-        LogInfo(context.lineWithMode("Starting managed NX export:")
-                    .quoted("traceable_id", run.sessionKey())
-                    .quoted("directory", context.directory)
-                    .text());
+        LogInfo("Starting managed NX export:", quoted("part", context.label), plain("mode", mode),
+                quoted("traceable_id", run.sessionKey()), quoted("directory", context.directory));
         partNumber = runClone(*part, directoryForHost);
     }
     std::string file = rootFile(context, directory, before, partNumber);
     if (file.empty()) return {};
-    LogInfo(context.lineWithMode("Managed NX export complete:")
-                .quoted("exported_file", file)
-                .quoted("decoded_part_number", partNumber)
-                .text());
+    LogInfo("Managed NX export complete:", quoted("part", context.label), plain("mode", mode),
+            quoted("exported_file", file), quoted("decoded_part_number", partNumber));
     return file;
 }
 
@@ -258,11 +242,9 @@ void reportNamingFailures(const std::string& operation, const UF_CLONE_naming_fa
     const int detailed = std::min(failures.n_failures, detailedNamingFailures);
     for (int index = 0; index < detailed; ++index) {
         const auto nameIn = [&](char** names) { return nx::utf8FromLocale(names != nullptr ? names[index] : nullptr); };
-        LogDebug(LogLine(operation + " naming failure[" + std::to_string(index) + "]:")
-                     .quoted("input", nameIn(failures.input_names))
-                     .quoted("output", nameIn(failures.output_names))
-                     .number("status", failures.statuses != nullptr ? failures.statuses[index] : 0)
-                     .text());
+        LogDebug(operation + " naming failure[" + std::to_string(index) + "]:",
+                 quoted("input", nameIn(failures.input_names)), quoted("output", nameIn(failures.output_names)),
+                 logging::number("status", failures.statuses != nullptr ? failures.statuses[index] : 0));
     }
     if (failures.n_failures > detailed) {
         LogDebug(operation + " suppressed " + std::to_string(failures.n_failures - detailed) +

@@ -68,10 +68,9 @@ bool isDrawingContext() {
 bool isPartModified(NXOpen::BasePart* part, std::string_view check) {
     const nx::UfSession session;
     if (session) return UF_PART_is_modified(part->Tag()) != 0;
-    logging::LogWarning(logging::LogLine(std::string(check) + " failed because UF_initialize returned status " +
-                                         std::to_string(session.status()) + ":")
-                            .quoted("part", nx::partLogLabel(part))
-                            .text());
+    logging::LogWarning(
+        std::string(check) + " failed because UF_initialize returned status " + std::to_string(session.status()) + ":",
+        logging::quoted("part", nx::partLogLabel(part)));
     return false;
 }
 

@@ -76,10 +76,8 @@ void logRetained(const std::string& cleanup) {
 }
 
 void logKept(logging::LogLevel level, const char* head, const fs::path& directory, const std::error_code& error) {
-    logging::Log(level, logging::LogLine(head)
-                            .quoted("directory", platform::utf8FromPath(directory))
-                            .quoted("error", platform::errorText(error))
-                            .text());
+    logging::Log(level, head, logging::quoted("directory", platform::utf8FromPath(directory)),
+                 logging::quoted("error", platform::errorText(error)));
 }
 
 void deleteTree(const fs::path& directory) {

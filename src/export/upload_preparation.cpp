@@ -21,9 +21,12 @@ namespace pivra {
 
 namespace {
 
+using logging::flag;
 using logging::LogInfo;
-using logging::LogLine;
 using logging::LogWarning;
+using logging::number;
+using logging::plain;
+using logging::quoted;
 
 constexpr const char* cachedExport = "cached_managed_export";
 
@@ -39,24 +42,17 @@ void refresh(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadata, Ex
 }
 
 void logStart(const std::string& label, bool isDrawing, const ModelMetadata& metadata) {
-    LogInfo(LogLine("Preparing NX upload files:")
-                .quoted("part", label)
-                .flag("drawing", isDrawing)
-                .flag("managed", metadata.isManaged)
-                .flag("unsaved", metadata.hasUnsavedChanges)
-                .quoted("cached_export", metadata.exportedFile)
-                .quoted("source", metadata.sourcePath)
-                .text());
+    LogInfo("Preparing NX upload files:", quoted("part", label), flag("drawing", isDrawing),
+            flag("managed", metadata.isManaged), flag("unsaved", metadata.hasUnsavedChanges),
+            quoted("cached_export", metadata.exportedFile), quoted("source", metadata.sourcePath));
 }
 
 void block(const std::string& label, ModelMetadata& metadata) {
     metadata.exportedFile.clear();
     metadata.files.clear();
     metadata.uploadBlockedReason = "Save the NX file before uploading to Pivra.";
-    LogWarning(LogLine("NX upload preparation stopped because the native model has no saved local source file:")
-                   .quoted("part", label)
-                   .quoted("source", metadata.sourcePath)
-                   .text());
+    LogWarning("NX upload preparation stopped because the native model has no saved local source file:",
+               quoted("part", label), quoted("source", metadata.sourcePath));
 }
 
 const char* exportReason(bool isDrawing, const ModelMetadata& metadata) {
@@ -70,19 +66,14 @@ const char* exportReason(bool isDrawing, const ModelMetadata& metadata) {
 
 void runExport(NXOpen::BasePart& part, const std::string& label, const std::string& reason, ModelMetadata& metadata,
                ExportRun& run) {
-    LogInfo(LogLine("Running NX export before upload:").plain("reason", reason).quoted("part", label).text());
+    LogInfo("Running NX export before upload:", plain("reason", reason), quoted("part", label));
     metadata.exportedFile = exportDisplayedModel(&part, metadata.sourcePath, run);
     if (metadata.exportedFile.empty()) {
-        LogWarning(LogLine("NX export before upload produced no root file:")
-                       .plain("reason", reason)
-                       .quoted("part", label)
-                       .text());
+        LogWarning("NX export before upload produced no root file:", plain("reason", reason), quoted("part", label));
         return;
     }
-    LogInfo(LogLine("NX export before upload complete:")
-                .plain("reason", reason)
-                .quoted("exported_file", metadata.exportedFile)
-                .text());
+    LogInfo("NX export before upload complete:", plain("reason", reason),
+            quoted("exported_file", metadata.exportedFile));
 }
 
 void collectFiles(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadata, ExportRun& run) {
@@ -97,16 +88,11 @@ void collectFiles(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadat
 }
 
 void logResult(bool isDrawing, const ModelMetadata& metadata) {
-    LogInfo(LogLine("Prepared NX upload files:")
-                .quoted("file_name", metadata.fileName)
-                .quoted("source_file_id", metadata.sourceFileId)
-                .flag("drawing", isDrawing)
-                .flag("managed", metadata.isManaged)
-                .flag("is_assembly", metadata.isAssembly)
-                .quoted("exported_file", metadata.exportedFile)
-                .number("files", metadata.files.size())
-                .number("uploaded_files", uploadedFileCount(metadata.files))
-                .text());
+    LogInfo("Prepared NX upload files:", quoted("file_name", metadata.fileName),
+            quoted("source_file_id", metadata.sourceFileId), flag("drawing", isDrawing),
+            flag("managed", metadata.isManaged), flag("is_assembly", metadata.isAssembly),
+            quoted("exported_file", metadata.exportedFile), number("files", metadata.files.size()),
+            number("uploaded_files", uploadedFileCount(metadata.files)));
 }
 
 void prepare(NXOpen::BasePart& part, ModelMetadata& metadata) {
@@ -119,9 +105,7 @@ void prepare(NXOpen::BasePart& part, ModelMetadata& metadata) {
     run.setSessionKey(resolveTraceableId(&part));
     const std::string reason = exportReason(isDrawing, metadata);
     if (reason == cachedExport) {
-        LogInfo(LogLine("Reusing cached managed NX export before upload:")
-                    .quoted("exported_file", metadata.exportedFile)
-                    .text());
+        LogInfo("Reusing cached managed NX export before upload:", quoted("exported_file", metadata.exportedFile));
     } else {
         runExport(part, label, reason, metadata, run);
     }

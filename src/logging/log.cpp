@@ -5,24 +5,29 @@
 #include "platform/text.h"
 
 #include <algorithm>
-#include <atomic>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <mutex>
 #include <system_error>
+#include <utility>
 
 namespace logging {
 namespace fs = std::filesystem;
 
-namespace {
-
 // Read without a lock: other threads see a new level at their next line.
-std::atomic<LogLevel> level{LogLevel::info};
+constinit std::atomic<LogLevel> activeLevel{LogLevel::info};
+
+namespace {
 
 struct LogPlace {
     std::mutex mutex;
     fs::path directory;
+    fs::path file;  // in the directory; empty while there is none
+    std::string stamp;
+    std::time_t stampedSecond = 0;  // the stamp's; 0 before the first line
 };
 
 // Never destroyed: a worker may log while the process exits.
@@ -47,65 +52,95 @@ bool beginsWithServer(const fs::path::string_type& text) {
     return text.size() >= 3 && isSeparator(text[0]) && isSeparator(text[1]) && !isSeparator(text[2]);
 }
 
-/// The present moment as "2026-01-31 08:15:00 +0100".
-std::string localTimestamp() {
-    const auto now = platform::localCalendarTime(std::chrono::system_clock::now());
+/// `second` as "2026-01-31 08:15:00 +0100".
+std::string localTimestamp(std::time_t second) {
+    const auto local = platform::localCalendarTime(std::chrono::system_clock::from_time_t(second));
     char date[32];
-    std::strftime(date, sizeof date, "%Y-%m-%d %H:%M:%S", &now.fields);
-    const int minutes = std::abs(now.offsetMinutes);
+    std::strftime(date, sizeof date, "%Y-%m-%d %H:%M:%S", &local.fields);
+    const int minutes = std::abs(local.offsetMinutes);
     char stamp[48];
-    std::snprintf(stamp, sizeof stamp, "%s %c%02d%02d", date, now.offsetMinutes < 0 ? '-' : '+', minutes / 60,
+    std::snprintf(stamp, sizeof stamp, "%s %c%02d%02d", date, local.offsetMinutes < 0 ? '-' : '+', minutes / 60,
                   minutes % 60);
     return stamp;
 }
 
-std::string formatLine(LogLevel lineLevel, std::string_view text) {
-    constexpr std::string_view libraryPrefix = "[cpp-piv]";
-    std::string line("[");
-    line += localTimestamp();
-    line += "] [";
-    line += displayName(lineLevel);
-    line += "] ";
-    if (text.substr(0, libraryPrefix.size()) != libraryPrefix) line += "[Pivra] ";
-    line += platform::oneLine(text);
+/// The present second; a change of the time zone shows in the next one. Call with the mutex held.
+const std::string& currentStamp(LogPlace& log) {
+    const std::time_t second = std::time(nullptr);
+    if (second != log.stampedSecond) {
+        log.stamp = localTimestamp(second);
+        log.stampedSecond = second;
+    }
+    return log.stamp;
+}
+
+void appendValue(std::string& line, std::string_view text) {
+    line += text;
+}
+
+void appendValue(std::string& line, Field::Quoted value) {
+    line += '"';
+    line += value.text;
+    line += '"';
+}
+
+void appendValue(std::string& line, std::int64_t number) {
+    line += std::to_string(number);
+}
+
+void appendValue(std::string& line, double value) {
+    constexpr int significantDigits = 6;
+    const int magnitude = value == 0 ? 0 : static_cast<int>(std::floor(std::log10(std::abs(value))));
+    const int decimals = std::clamp(significantDigits - 1 - magnitude, 0, 30);
+    auto text = platform::decimalText(value, decimals);
+    if (decimals > 0) {
+        text.erase(text.find_last_not_of('0') + 1);
+        if (text.ends_with('.')) text.pop_back();
+    }
+    line += text;
+}
+
+void appendFields(std::string& line, std::initializer_list<Field> fields) {
+    for (const Field& field : fields) {
+        if (!field.name.empty()) ((line += ' ') += field.name) += '=';
+        std::visit([&](auto value) { appendValue(line, value); }, field.value);
+    }
+    if (fields.size() > 0) line += '.';
+}
+
+std::string formatLine(std::string_view stamp, LogLevel level, std::string_view head,
+                       std::initializer_list<Field> fields) {
+    constexpr std::size_t usualLength = 500;
+    std::string line;
+    line.reserve(usualLength);
+    ((line += '[') += stamp) += "] [";
+    (line += displayName(level)) += "] ";
+    if (!head.starts_with("[cpp-piv]")) line += "[Pivra] ";
+    line += head;
+    appendFields(line, fields);
+    line = platform::oneLine(std::move(line));
     return line += "\r\n";
 }
 
-/// Call with the mutex held.
-void appendLine(const fs::path& directory, const std::string& line) {
-    const auto file = ResolveLogPath(directory, logFileName);
-    if (file.empty()) return;
-    platform::createDirectories(file.parent_path());
-    platform::appendToFile(file, line);
+/// A line that could be written in part, because the disk is full, is not written again.
+void appendLine(const fs::path& file, const std::string& line) {
+    if (file.empty() || platform::appendToFile(file, line)) return;
+    std::error_code error;
+    const auto directory = file.parent_path();
+    const bool isMissing = platform::pathKind(directory, error) == platform::PathKind::missing && !error;
+    if (isMissing && !platform::createDirectories(directory)) platform::appendToFile(file, line);
 }
 
 }  // namespace
 
-void logUnfiltered(LogLevel lineLevel, std::string_view text) {
-    const std::lock_guard lock(place().mutex);
+void logUnfiltered(LogLevel level, std::string_view head, std::initializer_list<Field> fields) {
+    auto& log = place();
+    const std::lock_guard lock(log.mutex);
     try {
-        appendLine(place().directory, formatLine(lineLevel, text));
+        appendLine(log.file, formatLine(currentStamp(log), level, head, fields));
     } catch (const std::exception&) {
         // The line is lost: callers could do nothing about it.
     }
-}
-
-void Log(LogLevel lineLevel, std::string_view text) {
-    const auto current = currentLevel();
-    if (current != LogLevel::off && lineLevel >= current) logUnfiltered(lineLevel, text);
-}
-
-void LogDebug(std::string_view text) {
-    Log(LogLevel::debug, text);
-}
-void LogInfo(std::string_view text) {
-    Log(LogLevel::info, text);
-}
-void LogWarning(std::string_view text) {
-    Log(LogLevel::warning, text);
-}
-void LogError(std::string_view text) {
-    Log(LogLevel::error, text);
 }
 
 std::string_view displayName(LogLevel named) {
@@ -127,17 +162,16 @@ std::string lowerCaseName(LogLevel named) {
     return platform::toLower(displayName(named));
 }
 
-LogLevel currentLevel() {
-    return level.load(std::memory_order_relaxed);
-}
-
-void setCurrentLevel(LogLevel newLevel) {
-    level.store(newLevel, std::memory_order_relaxed);
+void setCurrentLevel(LogLevel level) {
+    activeLevel.store(level, std::memory_order_relaxed);
 }
 
 void setLogDirectory(const fs::path& directory) {
-    const std::lock_guard lock(place().mutex);
-    place().directory = directory;
+    auto& log = place();
+    const std::lock_guard lock(log.mutex);
+    log.directory = directory;
+    log.file = ResolveLogPath(directory, logFileName);
+    log.stampedSecond = 0;
     if (!directory.empty()) platform::createDirectories(directory);
 }
 
@@ -148,7 +182,7 @@ fs::path LogFilePath(const fs::path& fileName) {
 
 bool IsLogFilePresent() {
     const std::lock_guard lock(place().mutex);
-    const auto file = ResolveLogPath(place().directory, logFileName);
+    const auto& file = place().file;
     std::error_code ignored;
     return !file.empty() && platform::pathKind(file, ignored) != platform::PathKind::missing;
 }
@@ -158,38 +192,6 @@ fs::path ResolveLogPath(const fs::path& base, const fs::path& value) {
     if (text.empty()) return base;
     if (beginsWithDrive(text) || beginsWithServer(text)) return value;
     return base.empty() ? fs::path() : base / value;
-}
-
-LogLine& LogLine::quoted(std::string_view name, std::string_view value) {
-    return plain(name, '"' + std::string(value) + '"');
-}
-
-LogLine& LogLine::plain(std::string_view name, std::string_view value) {
-    text_ += ' ';
-    text_ += name;
-    text_ += '=';
-    text_ += value;
-    return *this;
-}
-
-LogLine& LogLine::flag(std::string_view name, bool value) {
-    return plain(name, value ? "true" : "false");
-}
-
-LogLine& LogLine::decimal(std::string_view name, double value) {
-    constexpr int significantDigits = 6;
-    const int magnitude = value == 0 ? 0 : static_cast<int>(std::floor(std::log10(std::abs(value))));
-    const int decimals = std::clamp(significantDigits - 1 - magnitude, 0, 30);
-    auto text = platform::decimalText(value, decimals);
-    if (decimals > 0) {
-        text.erase(text.find_last_not_of('0') + 1);
-        if (text.ends_with('.')) text.pop_back();
-    }
-    return plain(name, text);
-}
-
-std::string LogLine::text(std::string_view end) const {
-    return text_ + std::string(end);
 }
 
 }  // namespace logging

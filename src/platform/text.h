@@ -12,7 +12,7 @@ namespace platform {
 std::string Trim(std::string_view text);
 
 /// `text` with a blank for each ASCII control character but the tab: it can neither end a line nor begin one.
-std::string oneLine(std::string_view text);
+std::string oneLine(std::string text);
 
 /// Byte-wise lower case of the letters A to Z.
 std::string toLower(std::string_view text);

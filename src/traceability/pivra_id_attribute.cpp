@@ -15,26 +15,25 @@ namespace pivra {
 
 namespace {
 
-using logging::LogInfo;
-using logging::LogWarning;
+using logging::quoted;
 using NXOpen::NXObject;
 using NXOpen::Update;
 
 constexpr const char* attributeTitle = "PIVRA_ID";
 constexpr int noArrayIndex = -1;
 
-/// Makes the log line about a record that begins with `head`.
-using LineOf = std::function<std::string(const char* head)>;
+/// Logs lines about a record, with its internal identifier under the name `idName`.
+struct RecordLog {
+    const TraceabilityRecord& record;
+    const char* idName;
 
-LineOf linesAbout(const TraceabilityRecord& record, const char* idName) {
-    return [record, idName](const char* head) {
-        return logging::LogLine(head)
-            .quoted("part", record.part)
-            .quoted(idName, record.internalId)
-            .quoted("pivra_id", record.pivraId)
-            .text();
-    };
-}
+    void info(const char* head) const { log(logging::LogLevel::info, head); }
+    void warning(const char* head) const { log(logging::LogLevel::warning, head); }
+    void log(logging::LogLevel level, const char* head) const {
+        logging::Log(level, head, quoted("part", record.part), quoted(idName, record.internalId),
+                     quoted("pivra_id", record.pivraId));
+    }
+};
 
 void writeAttribute(NXOpen::BasePart& part, const std::string& value) {
     part.SetUserAttribute(nx::toHost(attributeTitle), noArrayIndex, nx::toHost(value), Update::OptionNow);
@@ -51,48 +50,47 @@ bool savedCompletely(NXOpen::BasePart& part) {
     return status == nullptr || (status->NumberUnsavedParts() == 0 && status->NumberUnsavedObjects() == 0);
 }
 
-/// Runs one call of the host, and logs `failure` when it throws.
-bool attempt(const std::function<bool()>& call, const std::string& failure) {
+/// Runs one call of the host, and logs a line that begins with `failure` when it throws.
+bool attempt(const std::function<bool()>& call, const RecordLog& log, const char* failure) {
     try {
         return call();
     } catch (...) {
-        LogWarning(failure);
+        log.warning(failure);
         return false;
     }
 }
 
-bool attemptWrite(NXOpen::BasePart& part, const std::string& value, const std::string& failure) {
-    return attempt([&] { return writeAttribute(part, value), true; }, failure);
+bool attemptWrite(NXOpen::BasePart& part, const std::string& value, const RecordLog& log, const char* failure) {
+    return attempt([&] { return writeAttribute(part, value), true; }, log, failure);
 }
 
 void recordFailure(const TraceabilityRecord& record) {
     std::string& message = traceabilityState().failureMessage;
     if (!message.empty()) return;
     message = "Legacy file(s) detected. Unable to upload because PIVRA_ID could not be saved for " + record.part + ".";
-    LogWarning(
-        logging::LogLine(message).quoted("legacy_id", record.internalId).quoted("pivra_id", record.pivraId).text());
+    logging::LogWarning(message, quoted("legacy_id", record.internalId), quoted("pivra_id", record.pivraId));
 }
 
 /// Removes the unsaved value from the session. It is emptied and not deleted: an empty value counts as absent
 /// everywhere.
-void clearUnsaved(NXOpen::BasePart& part, const LineOf& line) {
-    if (attemptWrite(part, "", line("Failed to clear unsaved PIVRA_ID attribute from NX session:"))) {
-        LogWarning(line("Cleared unsaved PIVRA_ID attribute from NX session:"));
+void clearUnsaved(NXOpen::BasePart& part, const RecordLog& log) {
+    if (attemptWrite(part, "", log, "Failed to clear unsaved PIVRA_ID attribute from NX session:")) {
+        log.warning("Cleared unsaved PIVRA_ID attribute from NX session:");
     }
 }
 
 bool writeAndSave(NXOpen::BasePart& part, const TraceabilityRecord& record) {
-    const LineOf line = linesAbout(record, "legacy_id");
-    if (!attemptWrite(part, record.pivraId, line("Failed to write PIVRA_ID attribute:"))) return false;
-    LogInfo(line("PIVRA_ID attribute written in NX session:"));
-    if (attempt([&] { return savedCompletely(part); },
-                line("Failed to save NX file after setting PIVRA_ID attribute:"))) {
-        LogInfo(line("PIVRA_ID attribute saved to NX file:"));
+    const RecordLog log{record, "legacy_id"};
+    if (!attemptWrite(part, record.pivraId, log, "Failed to write PIVRA_ID attribute:")) return false;
+    log.info("PIVRA_ID attribute written in NX session:");
+    if (attempt([&] { return savedCompletely(part); }, log,
+                "Failed to save NX file after setting PIVRA_ID attribute:")) {
+        log.info("PIVRA_ID attribute saved to NX file:");
         traceabilityState().savedPart = true;
         return true;
     }
-    LogWarning(line("PIVRA_ID attribute was set but the NX part could not be saved:"));
-    clearUnsaved(part, line);
+    log.warning("PIVRA_ID attribute was set but the NX part could not be saved:");
+    clearUnsaved(part, log);
     return false;
 }
 
@@ -116,28 +114,28 @@ std::optional<std::string> readPivraId(NXOpen::BasePart& part) {
 
 std::string repairLegacyId(NXOpen::BasePart& part, const std::string& label, const std::string& legacyId) {
     const TraceabilityRecord record{label, legacyId, generateTraceableId()};
-    LogInfo(linesAbout(record, "legacy_id")("Generated PIVRA_ID for legacy NX internal ID:"));
+    RecordLog{record, "legacy_id"}.info("Generated PIVRA_ID for legacy NX internal ID:");
     if (writeAndSave(part, record)) return record.pivraId;
     recordFailure(record);
     return {};
 }
 
 void removeRedundantId(NXOpen::BasePart& part, const TraceabilityRecord& record) {
-    const LineOf line = linesAbout(record, "nx_id");
-    LogInfo(line("Deleting redundant PIVRA_ID attribute because NX internal ID is UUID-style:"));
-    if (!attempt([&] { return deleteAttribute(part), true; }, line("Failed to delete redundant PIVRA_ID attribute:"))) {
+    const RecordLog log{record, "nx_id"};
+    log.info("Deleting redundant PIVRA_ID attribute because NX internal ID is UUID-style:");
+    if (!attempt([&] { return deleteAttribute(part), true; }, log, "Failed to delete redundant PIVRA_ID attribute:")) {
         return;
     }
-    LogInfo(line("Redundant PIVRA_ID attribute deleted in NX session:"));
-    if (attempt([&] { return savedCompletely(part); },
-                line("Failed to save NX file after deleting redundant PIVRA_ID attribute:"))) {
-        LogInfo(line("Redundant PIVRA_ID attribute deleted from NX file:"));
+    log.info("Redundant PIVRA_ID attribute deleted in NX session:");
+    if (attempt([&] { return savedCompletely(part); }, log,
+                "Failed to save NX file after deleting redundant PIVRA_ID attribute:")) {
+        log.info("Redundant PIVRA_ID attribute deleted from NX file:");
         traceabilityState().savedPart = true;
         return;
     }
-    LogWarning(line("PIVRA_ID attribute was deleted but the NX part could not be saved:"));
-    if (attemptWrite(part, record.pivraId, line("Failed to restore PIVRA_ID attribute after cleanup save failure:"))) {
-        LogWarning(line("Restored unsaved PIVRA_ID attribute after cleanup save failure:"));
+    log.warning("PIVRA_ID attribute was deleted but the NX part could not be saved:");
+    if (attemptWrite(part, record.pivraId, log, "Failed to restore PIVRA_ID attribute after cleanup save failure:")) {
+        log.warning("Restored unsaved PIVRA_ID attribute after cleanup save failure:");
     }
 }
 

@@ -10,15 +10,17 @@
 #include <NXOpen/BasePart.hxx>
 
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace pivra {
 
 namespace {
 
-using logging::LogInfo;
-using logging::LogLine;
+using logging::Log;
+using logging::LogLevel;
 using logging::LogWarning;
+using logging::quoted;
 
 /// What the resolution of an identifier reads from a part.
 struct Identity {
@@ -28,15 +30,17 @@ struct Identity {
     std::optional<std::string> pivraId;
 
     bool hasValidPivraId() const { return pivraId && isNxUuidFormat(*pivraId); }
+    std::string_view pivraIdOrEmpty() const { return pivraId ? std::string_view(*pivraId) : std::string_view(); }
 };
 
-/// A line with the part and its internal identifier under the name `idName`.
-LogLine line(const char* head, const Identity& identity, const char* idName) {
-    return LogLine(head).quoted("part", identity.label).quoted(idName, identity.internalId);
+/// Logs the part and its internal identifier under the name `idName`.
+void log(LogLevel level, const char* head, const Identity& identity, const char* idName) {
+    Log(level, head, quoted("part", identity.label), quoted(idName, identity.internalId));
 }
 
-LogLine lineWithAttribute(const char* head, const Identity& identity, const char* idName) {
-    return line(head, identity, idName).quoted("pivra_id", identity.pivraId.value_or(""));
+void logWithAttribute(LogLevel level, const char* head, const Identity& identity, const char* idName) {
+    Log(level, head, quoted("part", identity.label), quoted(idName, identity.internalId),
+        quoted("pivra_id", identity.pivraIdOrEmpty()));
 }
 
 std::string internalIdOf(NXOpen::BasePart& part) {
@@ -44,25 +48,24 @@ std::string internalIdOf(NXOpen::BasePart& part) {
 }
 
 void warnOfAttributeWithoutInternalId(const Identity& identity) {
-    if (identity.pivraId.value_or("").empty()) return;
-    LogWarning(lineWithAttribute("Ignoring PIVRA_ID attribute because NX internal ID is not legacy:", identity, "nx_id")
-                   .text());
+    if (identity.pivraIdOrEmpty().empty()) return;
+    logWithAttribute(LogLevel::warning, "Ignoring PIVRA_ID attribute because NX internal ID is not legacy:", identity,
+                     "nx_id");
 }
 
 std::string displayIdOfLegacyPart(const Identity& identity) {
     if (identity.hasValidPivraId()) {
-        LogInfo(lineWithAttribute(
-                    "Using existing PIVRA_ID for legacy NX internal ID while reading display traceable ID:", identity,
-                    "legacy_id")
-                    .text());
+        logWithAttribute(LogLevel::info,
+                         "Using existing PIVRA_ID for legacy NX internal ID while reading display traceable ID:",
+                         identity, "legacy_id");
         return *identity.pivraId;
     }
     if (identity.pivraId && identity.pivraId->empty()) {
-        LogWarning(
-            line("Ignoring empty PIVRA_ID attribute while reading display traceable ID:", identity, "nx_id").text());
+        log(LogLevel::warning, "Ignoring empty PIVRA_ID attribute while reading display traceable ID:", identity,
+            "nx_id");
     } else if (identity.pivraId) {
-        LogWarning(lineWithAttribute("Ignoring invalid PIVRA_ID while reading display traceable ID:", identity, "nx_id")
-                       .text());
+        logWithAttribute(LogLevel::warning, "Ignoring invalid PIVRA_ID while reading display traceable ID:", identity,
+                         "nx_id");
     }
     return identity.internalId;
 }
@@ -74,49 +77,49 @@ std::string displayId(const Identity& identity) {
     }
     if (!isNxUuidFormat(identity.internalId)) return displayIdOfLegacyPart(identity);
     if (identity.pivraId) {
-        LogInfo(lineWithAttribute(
-                    "Using NX internal ID because it is UUID-style; PIVRA_ID attribute ignored:", identity, "nx_id")
-                    .text());
+        logWithAttribute(LogLevel::info,
+                         "Using NX internal ID because it is UUID-style; PIVRA_ID attribute ignored:", identity,
+                         "nx_id");
     }
     return identity.internalId;
 }
 
 void cleanUp(NXOpen::BasePart& part, const Identity& identity) {
-    LogInfo(lineWithAttribute(
-                "Using NX internal ID because it is UUID-style; PIVRA_ID attribute cleanup needed:", identity, "nx_id")
-                .text());
+    logWithAttribute(LogLevel::info,
+                     "Using NX internal ID because it is UUID-style; PIVRA_ID attribute cleanup needed:", identity,
+                     "nx_id");
     if (identity.isTopLevel) {
         removeRedundantId(part, {identity.label, identity.internalId, *identity.pivraId});
     } else {
-        LogInfo(lineWithAttribute("Skipping PIVRA_ID cleanup for non-top-level NX part:", identity, "nx_id").text());
+        logWithAttribute(LogLevel::info, "Skipping PIVRA_ID cleanup for non-top-level NX part:", identity, "nx_id");
     }
 }
 
 std::string uploadIdOfLegacyMember(const Identity& identity) {
-    if (!identity.pivraId.value_or("").empty()) {
-        LogWarning(line("Ignoring invalid PIVRA_ID for non-top-level part:", identity, "legacy_id").text());
+    if (!identity.pivraIdOrEmpty().empty()) {
+        log(LogLevel::warning, "Ignoring invalid PIVRA_ID for non-top-level part:", identity, "legacy_id");
     }
-    LogInfo(line("Skipping PIVRA_ID repair for non-top-level legacy NX part:", identity, "legacy_id").text());
+    log(LogLevel::info, "Skipping PIVRA_ID repair for non-top-level legacy NX part:", identity, "legacy_id");
     return identity.internalId;
 }
 
 std::string uploadIdOfLegacyPart(NXOpen::BasePart& part, const Identity& identity) {
     if (identity.hasValidPivraId()) {
-        LogInfo(lineWithAttribute("Using existing PIVRA_ID for legacy NX internal ID:", identity, "legacy_id").text());
+        logWithAttribute(LogLevel::info, "Using existing PIVRA_ID for legacy NX internal ID:", identity, "legacy_id");
         return *identity.pivraId;
     }
     if (identity.pivraId && identity.pivraId->empty()) {
-        LogWarning(line("Ignoring empty PIVRA_ID attribute:", identity, "nx_id").text());
+        log(LogLevel::warning, "Ignoring empty PIVRA_ID attribute:", identity, "nx_id");
     }
     if (!identity.isTopLevel) return uploadIdOfLegacyMember(identity);
-    if (!identity.pivraId.value_or("").empty()) {
-        LogWarning(lineWithAttribute("Existing PIVRA_ID does not match NX UUID format and will be replaced:", identity,
-                                     "legacy_id")
-                       .text());
+    if (!identity.pivraIdOrEmpty().empty()) {
+        logWithAttribute(LogLevel::warning,
+                         "Existing PIVRA_ID does not match NX UUID format and will be replaced:", identity,
+                         "legacy_id");
     }
     if (fixLegacyIdEnabled()) return repairLegacyId(part, identity.label, identity.internalId);
-    LogWarning(
-        line("pivra_fix_legacy_id is false; legacy NX internal ID will not be fixed:", identity, "legacy_id").text());
+    log(LogLevel::warning, "pivra_fix_legacy_id is false; legacy NX internal ID will not be fixed:", identity,
+        "legacy_id");
     return identity.internalId;
 }
 
@@ -131,20 +134,21 @@ std::string uploadId(NXOpen::BasePart& part, const Identity& identity) {
 }
 
 bool needsValidPivraId(const Identity& identity) {
-    LogInfo(line("Legacy NX internal ID detected:", identity, "legacy_id").text());
+    log(LogLevel::info, "Legacy NX internal ID detected:", identity, "legacy_id");
     if (identity.hasValidPivraId()) {
-        LogInfo(lineWithAttribute("Legacy NX internal ID already has valid PIVRA_ID; warning suppressed:", identity,
-                                  "legacy_id")
-                    .text());
+        logWithAttribute(LogLevel::info,
+                         "Legacy NX internal ID already has valid PIVRA_ID; warning suppressed:", identity,
+                         "legacy_id");
         return false;
     }
     if (identity.pivraId && identity.pivraId->empty()) {
-        LogWarning(line("Ignoring empty PIVRA_ID attribute:", identity, "legacy_id").text());
+        log(LogLevel::warning, "Ignoring empty PIVRA_ID attribute:", identity, "legacy_id");
     } else if (identity.pivraId) {
-        LogWarning(lineWithAttribute("Existing PIVRA_ID does not match NX UUID format:", identity, "legacy_id")
-                       .text("; replacement required."));
+        LogWarning("Existing PIVRA_ID does not match NX UUID format:", quoted("part", identity.label),
+                   quoted("legacy_id", identity.internalId), quoted("pivra_id", *identity.pivraId),
+                   logging::remark("; replacement required"));
     }
-    LogInfo(line("Legacy NX internal ID requires PIVRA_ID:", identity, "legacy_id").text());
+    log(LogLevel::info, "Legacy NX internal ID requires PIVRA_ID:", identity, "legacy_id");
     return true;
 }
 
@@ -153,12 +157,12 @@ void logSetting(const std::string& raw, bool enabled) {
     const std::pair setting(raw, enabled);
     if (lastLogged == setting) return;
     lastLogged = setting;
-    LogInfo(std::string("pivra_fix_legacy_id is ") + (enabled ? "true" : "false") +
-            (raw.empty() ? " (default true)." : " (configured value: \"" + raw + "\")."));
+    logging::LogInfo(std::string("pivra_fix_legacy_id is ") + (enabled ? "true" : "false") +
+                     (raw.empty() ? " (default true)." : " (configured value: \"" + raw + "\")."));
 }
 
 void warnOf(const char* head, const std::string& label) {
-    LogWarning(LogLine(head).quoted("part", label).text());
+    LogWarning(head, quoted("part", label));
 }
 
 }  // namespace

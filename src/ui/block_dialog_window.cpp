@@ -23,11 +23,8 @@ void BlockDialogWindow::create() {
     if (auto* host = NXOpen::UI::GetUI()) {
         const auto error = platform::errorOf([&] { dialog_.reset(host->CreateDialog(layout_)); });
         if (dialog_) return;
-        logging::LogWarning(
-            logging::LogLine("NX did not find a layout by its name; the one beside the plug-in is taken:")
-                .quoted("layout", layout_)
-                .quoted("error", error.value_or(""))
-                .text());
+        logging::LogWarning("NX did not find a layout by its name; the one beside the plug-in is taken:",
+                            logging::quoted("layout", layout_), logging::quoted("error", error.value_or("")));
         const auto file = platform::utf8FromPath(platform::moduleDirectory() / layout_);
         dialog_.reset(host->CreateDialog(nx::toHost(file)));
     }
@@ -99,16 +96,16 @@ platform::WindowHandle BlockDialogWindow::ownWindow() const {
 
 void BlockDialogWindow::close(platform::WindowHandle window) const {
     if (window == nullptr) {
-        logging::LogWarning(
-            logging::LogLine("NX dialog stays open because it has no active window:").quoted("layout", layout_).text());
+        logging::LogWarning("NX dialog stays open because it has no active window:",
+                            logging::quoted("layout", layout_));
     }
     platform::postClose(window);
 }
 
 void BlockDialogWindow::warnOfMissing(const char* blockId) {
     if (!missingBlocks_.insert(blockId).second) return;
-    logging::LogWarning(
-        logging::LogLine("NX dialog lacks a block:").quoted("layout", layout_).quoted("block", blockId).text());
+    logging::LogWarning("NX dialog lacks a block:", logging::quoted("layout", layout_),
+                        logging::quoted("block", blockId));
 }
 
 void BlockDialogWindow::initialize_cb() {

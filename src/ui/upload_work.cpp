@@ -10,8 +10,6 @@
 namespace ui {
 namespace {
 
-using logging::LogLevel;
-
 // Under one lock, so that nobody sees the last stage without its result.
 void finish(ProgressState& state, pivra::UploadExecutionResult result) {
     const std::lock_guard lock(state.mutex);
@@ -62,14 +60,12 @@ void failAfterExport(ProgressState& state) noexcept {
     });
 }
 
-void logOutcome(const UploadProgressRequest& request, const pivra::UploadExecutionResult& result) noexcept {
-    logging::logBuilt(result.succeeded ? LogLevel::info : LogLevel::error, [&] {
-        if (!result.succeeded) return "Pivra upload failed: " + result.message;
-        return logging::LogLine("Pivra upload complete:")
-            .quoted("file_name", request.metadata->fileName)
-            .quoted("workspace", pivra::workspaceLabel(request.workspace.name))
-            .text();
-    });
+void logOutcome(const UploadProgressRequest& request, const pivra::UploadExecutionResult& result) noexcept try {
+    if (!result.succeeded) return logging::LogError("Pivra upload failed: " + result.message);
+    logging::LogInfo("Pivra upload complete:", logging::quoted("file_name", request.metadata->fileName),
+                     logging::quoted("workspace", pivra::workspaceLabel(request.workspace.name)));
+} catch (...) {
+    // Out of memory: the line is lost.
 }
 
 void upload(const UploadProgressRequest& request, ProgressState& state) noexcept {

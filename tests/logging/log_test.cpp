@@ -1,6 +1,8 @@
 #include "logging/log.h"
+#include <devkit/call_interceptor.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <support/memory.h>
 #include <support/plugin_folder.h>
 #include "platform/environment.h"
 
@@ -32,7 +34,7 @@ TEST_F(Log, writesLinesFromTheCurrentLevelOn) {
     const std::vector<std::string> lines{"[DEBUG] [Pivra] d", "[INFO] [Pivra] i", "[WARNING] [Pivra] w",
                                          "[ERROR] [Pivra] e"};
     for (int level = 0; level <= 4; ++level) {
-        fs::remove(file_);
+        fs::remove_all(directory_);  // which the next line creates
         logging::setCurrentLevel(static_cast<LogLevel>(level));
         logging::LogDebug("d");
         logging::LogInfo("i");
@@ -40,7 +42,12 @@ TEST_F(Log, writesLinesFromTheCurrentLevelOn) {
         logging::LogError("e");
         EXPECT_EQ(folder_.logLines(), std::vector(lines.begin() + level, lines.end()));
     }
+    const auto allocations = test_support::allocations;
+    logging::LogError("Head:", logging::quoted("part", lines[0]), logging::flag("drawing", true),
+                      logging::number("files", lines.size()));
+    EXPECT_EQ(test_support::allocations, allocations) << "A line that is not written allocates nothing.";
     logging::logUnfiltered(LogLevel::info, "said of the level");
+    EXPECT_GT(test_support::allocations, allocations);
     EXPECT_THAT(folder_.logLines(), ElementsAre("[INFO] [Pivra] said of the level"));
 }
 
@@ -58,12 +65,14 @@ TEST_F(Log, dropsWhatItCannotWrite) {
     EXPECT_NO_THROW(logging::LogError("into a directory"));
     EXPECT_NO_THROW(logging::setLogDirectory(folder_.writeFile("a_file", "x") / "below"));
     EXPECT_NO_THROW(logging::LogError("below a file"));
+    EXPECT_EQ(test_support::readFile(folder_.path() / "a_file"), "x");
 #ifndef _WIN32
     logging::setLogDirectory(folder_.path() / "full");
-    fs::create_symlink("/dev/full", folder_.path() / "full" / logging::logFileName);
-    EXPECT_NO_THROW(logging::LogError("onto a full disk"));
+    devkit::CallInterceptor::instance().reset();
+    devkit::CallInterceptor::instance().addFault({"platform::appendToFile", 1, 1, "", devkit::FaultKind::full});
+    EXPECT_NO_THROW(logging::LogError(std::string(100, 'x')));
+    EXPECT_LT(test_support::readFile(folder_.path() / "full" / logging::logFileName).size(), 100u);  // not once more
 #endif
-    EXPECT_EQ(test_support::readFile(folder_.path() / "a_file"), "x");
 }
 
 // The other process is this test once more, started with the name of the directory.
@@ -118,6 +127,7 @@ TEST_F(Log, timesCarryTheOffsetOfTheZone) {
                                        std::pair("<CCC>0:30", "-0030"), std::pair("UTC0", "+0000")}) {
         test_support::setEnvironment("TZ", zone);
         fs::remove(file_);
+        logging::setLogDirectory(directory_);  // which forgets the second of the last line
         logging::LogInfo("now");
         EXPECT_EQ(test_support::readFile(file_).substr(21, 5), offset);
     }
@@ -138,19 +148,14 @@ TEST(LogPath, absoluteValuesStandAndOthersAreJoined) {
     EXPECT_TRUE(logging::ResolveLogPath({}, "a.log").empty());
 }
 
-TEST(LogLine, decimalsArePlainHoweverSmallAndWhateverTheLocale) {
-    // Its name on Windows, and that on Linux, where it may be missing.
+TEST_F(Log, fieldsStandBehindTheHeadWhateverTheLocale) {
+    // The locale's name on Windows, and that on Linux, where it may be missing.
     if (std::setlocale(LC_NUMERIC, "German") == nullptr) std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
-    const std::pair<double, const char*> cases[] = {{0.0, "0"},
-                                                    {0.5, "0.5"},
-                                                    {1.0 / 3, "0.333333"},
-                                                    {-0.25, "-0.25"},
-                                                    {20.0, "20"},
-                                                    {999999.9, "1000000"},
-                                                    {9.5367431640625e-7, "0.000000953674"}};
-    for (const auto& [value, text] : cases) {
-        EXPECT_EQ(logging::LogLine("H").decimal("v", value).text(), std::string("H v=") + text + ".");
-    }
+    using logging::decimal;
+    logging::LogInfo("H", decimal("a", 0), decimal("b", 1.0 / 3), decimal("c", -0.25), decimal("d", 20),
+                     decimal("e", 999999.9), logging::quotedIfAny("f", std::nullopt), decimal("g", 9.5367431640625e-7));
+    EXPECT_THAT(folder_.logLines(),
+                ElementsAre("[INFO] [Pivra] H a=0 b=0.333333 c=-0.25 d=20 e=1000000 g=0.000000953674."));
     std::setlocale(LC_NUMERIC, "C");
 }
 

@@ -1,41 +1,15 @@
 #include "dialog_fixture.h"
 
+#include <support/memory.h>
+
 #include "nx/session.h"
 #include "ui/message_box.h"
 #include "ui/upload_work.h"
 
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-thread_local bool exhausted = false;
-
-/// Runs `action` on this thread, which gets no memory meanwhile.
-template <typename Action>
-void withoutMemory(Action action) {
-    exhausted = true;
-    action();
-    exhausted = false;
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    void* memory = exhausted ? nullptr : std::malloc(size == 0 ? 1 : size);
-    if (memory == nullptr) throw std::bad_alloc();
-    return memory;
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-
 namespace {
 
 using namespace ui_test;
+using test_support::withoutMemory;
 
 TEST_F(ProgressDialog, EndsWithItsFixedSentenceWhenThereIsNoMemory) {
     const auto state = std::make_shared<ui::ProgressState>();
