@@ -1,24 +1,31 @@
-// What the plug-in's work costs next to a baseline, the least that it could cost, measured alternately in the same run:
-// a noisy machine slows both. Of each pair of turns the ratio is taken, and of the ratios the median.
+// What the plug-in's work costs next to a baseline, the least that it could cost. Each repetition measures both in
+// turns, since a noisy machine slows both; tools/bench.py takes the medians and puts them beside their goals.
+#include <benchmark/benchmark.h>
 #include <devkit/call_interceptor.h>
 #include <devkit/session.h>
+#include <support/memory.h>
+#include <support/message_loop.h>
 #include <support/plugin_folder.h>
+#include <support/scripted_host.h>
 #include "config/properties.h"
-#include "export/assembly_checks.h"
-#include "export/assembly_files.h"
-#include "export/managed_clone_export.h"
+#include "export/displayed_model_metadata.h"
 #include "export/session_temp_directories.h"
+#include "export/upload_preparation.h"
 #include "logging/log.h"
-#include "platform/files.h"
-#include "platform/remove_tree.h"
 #include "platform/text_encoding.h"
+#include "service/upload_execution.h"
+#include "ui/upload_progress_dialog.h"
 
-#include <algorithm>
+#include <fcntl.h>
+#include <malloc.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <chrono>
-#include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <functional>
-#include <sstream>
+#include <future>
 
 namespace {
 
@@ -31,161 +38,300 @@ double secondsOf(const Action& action) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Prints how many times the baseline the work takes: the median, and the quarter of the rounds below and above it.
-void compare(const char* name, const Action& work, const char* baselineName, const Action& baseline) {
-    constexpr std::size_t rounds = 15;
-    work();
-    baseline();
-    std::vector<double> ratios;
-    for (std::size_t round = 0; round < rounds; ++round) {
-        const double least = secondsOf(baseline);
-        ratios.push_back(secondsOf(work) / least);
+/// Counts the seconds of one of the `count` things that `work` does, of the baseline's, and their ratio. `after`
+/// follows each of both, and is not measured.
+void inTurns(
+    benchmark::State& state, const Action& work, const Action& baseline, const Action& after = [] {},
+    double count = 1) {
+    for (auto _ : state) {
+        const double least = secondsOf(baseline) / count;
+        after();
+        const double taken = secondsOf(work) / count;
+        after();
+        state.SetIterationTime(taken);
+        state.counters["value"] = taken;
+        state.counters["baseline"] = least;
+        state.counters["ratio"] = taken / least;
     }
-    std::sort(ratios.begin(), ratios.end());
-    std::printf("%-52s %6.2f times %s (%.2f to %.2f)\n", name, ratios[rounds / 2], baselineName, ratios[rounds / 4],
-                ratios[3 * rounds / 4]);
 }
 
-class Bench {
+void check(bool succeeded, const char* what) {
+    if (succeeded) return;
+    std::perror(what);
+    std::exit(1);
+}
+
+void copyDirectly(const fs::path& from, const fs::path& to) {
+    const int source = ::open(from.c_str(), O_RDONLY);
+    const int target = ::open(to.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    check(source >= 0 && target >= 0, "open");
+    ssize_t copied = 0;
+    while ((copied = ::copy_file_range(source, nullptr, target, nullptr, std::size_t{1} << 30, 0)) > 0) continue;
+    check(copied == 0, "copy_file_range");
+    ::close(source);
+    ::close(target);
+}
+
+/// The stand-in host, with parts whose files lie in a folder of their own.
+class Host {
  public:
-    Bench() {
-        folder_.startLogging("pivra_nx_log_level = info\n");
-        config::LoadProperties();
-        fs::create_directory(copies());
+    static Host& instance() {
+        static Host host;
+        return host;
     }
 
-    void logLine();
-    void properties();
-    void assembly();
-    void checks();
-    void managedAssembly();
+    devkit::PartData& addPart(const std::string& name, const std::string& content) {
+        devkit::PartData part;
+        part.name = part.leaf = name;
+        part.uniqueIdentifier = "00000000-0000-4000-8000-" + std::to_string(100'000'000'000 + session.parts().size());
+        part.fullPath = platform::utf8FromPath(folder.writeFile("models/" + name + ".prt", content));
+        return session.addPart(part);
+    }
+
+    /// An assembly of `parts` parts, six of them assemblies inside each other, with `components` components: each of
+    /// the others is placed equally often.
+    void addAssembly(const std::string& name, std::size_t parts, std::size_t components) {
+        constexpr std::size_t depth = 6;
+        std::vector<devkit::PartData*> levels;
+        for (std::size_t level = 0; level < depth; ++level) {
+            levels.push_back(&addPart(name + (level == 0 ? "" : " " + std::to_string(level)), content));
+            if (level > 0) levels[level - 1]->components.push_back({"", levels[level]->name, true});
+        }
+        for (std::size_t place = 0; place + depth - 1 < components; ++place) {
+            levels[place % depth]->components.push_back({"", "part " + std::to_string(place % (parts - depth)), true});
+        }
+    }
+
+    std::shared_ptr<pivra::ModelMetadata> display(const std::string& name) {
+        session.setDisplayed(name);
+        return pivra::readDisplayedModelMetadata();
+    }
+
+    /// The calls of the host until the part is displayed, and until it is prepared.
+    std::pair<double, double> callsFor(const std::string& name) {
+        auto& interceptor = devkit::CallInterceptor::instance();
+        const auto before = interceptor.calls().size();
+        const auto metadata = display(name);
+        const auto displayed = interceptor.calls().size();
+        pivra::prepareUploadFiles(metadata);
+        return {displayed - before, interceptor.calls().size() - displayed};
+    }
+
+    fs::path copies() const { return folder.path() / "copies"; }
+
+    static constexpr std::size_t parts = 2'000;
+    test_support::PluginFolder folder;
+    devkit::Session& session = devkit::Session::instance();
+    const std::string content = std::string(65'536, 'x');
 
  private:
-    static constexpr std::size_t parts = 500;
-    static constexpr std::size_t placements = 5'000;
-
-    fs::path copies() const { return folder_.path() / "copies"; }
-    static std::string name(std::size_t part) { return "part " + std::to_string(part); }
-    NXOpen::BasePart* addAssembly(const std::function<void(devkit::PartData&)>& complete);
-
-    test_support::PluginFolder folder_;
-    devkit::Session& session_ = devkit::Session::instance();
-    std::string content_ = std::string(16'384, 'x');
+    Host() {
+        session.reset();
+        folder.startLogging("pivra_nx_log_level = info\n");
+        config::LoadProperties();
+        fs::create_directory(copies());
+        for (std::size_t part = 0; part < parts; ++part) addPart("part " + std::to_string(part), content);
+        addAssembly("assembly", parts, 20'000);
+        addAssembly("large assembly", parts, 200'000);
+        addAssembly("half the parts", parts / 2, parts / 2 - 1);
+        addAssembly("all parts", parts, parts - 1);
+    }
 };
 
-NXOpen::BasePart* Bench::addAssembly(const std::function<void(devkit::PartData&)>& complete) {
-    session_.reset();
-    devkit::PartData root;
-    root.name = "root";
-    for (std::size_t place = 0; place < placements; ++place) root.components.push_back({"", name(place % parts), true});
-    complete(root);
-    session_.addPart(root);
-    for (std::size_t index = 0; index < parts; ++index) {
-        devkit::PartData part;
-        part.name = name(index);
-        complete(part);
-        session_.addPart(part);
+void removeCopies() {
+    pivra::cleanupSessionTempDirectory();
+    for (const auto& file : fs::directory_iterator(Host::instance().copies())) fs::remove(file);
+}
+
+/// The most memory that the process has had since the last call, in bytes.
+double peakMemory() {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word && word != "VmHWM:";) continue;
+    double kilobytes = 0;
+    status >> kilobytes;
+    std::ofstream("/proc/self/clear_refs") << 5;
+    return kilobytes * 1024;
+}
+
+void nativePart(benchmark::State& state) {
+    auto& host = Host::instance();
+    static const auto file = [&] {
+        const auto name = platform::pathFromUtf8(host.addPart("huge", "").fullPath);
+        std::ofstream stream(name, std::ios::binary);
+        for (std::size_t piece = 0; piece < (std::size_t{1} << 30) / host.content.size(); ++piece)
+            stream << host.content;
+        return name;
+    }();
+    const auto metadata = host.display("huge");
+    double memory = 0;
+    inTurns(
+        state,
+        [&] {
+            peakMemory();
+            const double before = peakMemory();
+            pivra::prepareUploadFiles(metadata);
+            memory = peakMemory() - before;
+        },
+        [&] { copyDirectly(file, host.copies() / "huge.prt"); }, removeCopies);
+    state.counters["memory"] = memory;
+}
+
+void assembly(benchmark::State& state) {
+    auto& host = Host::instance();
+    const auto metadata = host.display("assembly");
+    inTurns(
+        state, [&] { pivra::prepareUploadFiles(metadata); },
+        [&] {
+            for (const auto& entry : metadata->files) {
+                const auto file = platform::pathFromUtf8(entry.sourcePath);
+                copyDirectly(file, host.copies() / file.filename());
+            }
+        },
+        removeCopies);
+    state.counters["files"] = static_cast<double>(metadata->files.size());
+}
+
+void largeAssembly(benchmark::State& state) {
+    auto& host = Host::instance();
+    const auto small = host.display("assembly");
+    const auto large = host.display("large assembly");
+    const auto prepare = [&](const char* name, const auto& metadata) {
+        host.session.setDisplayed(name);
+        pivra::prepareUploadFiles(metadata);
+    };
+    inTurns(
+        state, [&] { prepare("large assembly", large); }, [&] { prepare("assembly", small); }, removeCopies);
+}
+
+/// Calls of the host for each component beyond the first of its part, and for each part.
+void hostCalls(benchmark::State& state) {
+    auto& host = Host::instance();
+    for (auto _ : state) {
+        const auto [display, preparation] = host.callsFor("assembly");
+        const auto [largeDisplay, largePreparation] = host.callsFor("large assembly");
+        const auto [halfDisplay, halfPreparation] = host.callsFor("half the parts");
+        const auto [allDisplay, allPreparation] = host.callsFor("all parts");
+        state.SetIterationTime(1);
+        state.counters["component"] = (largeDisplay + largePreparation - display - preparation) / 180'000;
+        state.counters["display"] = (allDisplay - halfDisplay) / (Host::parts / 2.0);
+        state.counters["preparation"] = (allPreparation - halfPreparation) / (Host::parts / 2.0);
+        removeCopies();
     }
-    session_.setDisplayed("root");
-    return session_.object("root");
 }
 
-void Bench::logLine() {
-    const std::string text(120, 'x');
-    compare(
-        "1,000 lines of the log",
-        [&] {
-            for (int i = 0; i < 1'000; ++i) logging::LogInfo(text);
-        },
-        "appending as many bytes",
-        [&] {
-            for (int i = 0; i < 1'000; ++i) platform::appendToFile(copies() / "plain.log", text);
-        });
+[[gnu::noinline]] void emptyCall(std::string_view text) {
+    benchmark::DoNotOptimize(text);
 }
 
-void Bench::properties() {
-    std::string text;
-    for (int i = 0; i < 200; ++i) text += "# a comment\npivra_setting_" + std::to_string(i) + " = value\n";
-    folder_.writeProperties(text);
-    compare(
-        "reading 200 settings",
-        [] {
-            for (int i = 0; i < 50; ++i) config::LoadProperties();
+void filteredLogLine(benchmark::State& state) {
+    Host::instance();
+    constexpr int lines = 1'000'000;
+    const std::string label = "a part";
+    const auto before = test_support::allocations;
+    inTurns(
+        state,
+        [&] {
+            for (int line = 0; line < lines; ++line) {
+                logging::LogDebug("A line:", logging::quoted("part", label), logging::flag("managed", true),
+                                  logging::number("files", line));
+                benchmark::ClobberMemory();
+            }
         },
-        "reading the file",
-        [] {
-            for (int i = 0; i < 50; ++i) {
-                std::ostringstream whole;
-                whole << std::ifstream(config::PropertiesFilePath(), std::ios::binary).rdbuf();
+        [&] {
+            for (int line = 0; line < lines; ++line) {
+                emptyCall(label);
+                benchmark::ClobberMemory();
+            }
+        },
+        [] {}, lines);
+    state.counters["allocations"] = static_cast<double>(test_support::allocations - before) / lines;
+}
+
+void logLine(benchmark::State& state) {
+    auto& host = Host::instance();
+    constexpr int lines = 2'000;
+    const std::string label(80, 'x');
+    const std::string line(label.size() + 90, 'x');
+    const auto file = host.folder.path() / "logs" / "plain.log";
+    inTurns(
+        state,
+        [&] {
+            for (int i = 0; i < lines; ++i) {
+                logging::LogInfo("Prepared NX upload files:", logging::quoted("part", label),
+                                 logging::flag("drawing", false), logging::number("files", 1));
+            }
+        },
+        [&] {
+            for (int i = 0; i < lines; ++i) {
+                const int log = ::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+                check(::write(log, line.data(), line.size()) > 0, "write");
+                ::close(log);
+            }
+        },
+        [] {}, lines);
+}
+
+/// Ticks of the progress dialog's poll while the upload goes on: allocations and calls of the host for each.
+void pollTick(benchmark::State& state) {
+    using namespace std::chrono_literals;
+    Host::instance();
+    test_support::ScriptedHost host;
+    std::promise<void> end;
+    auto request = std::make_shared<ui::UploadProgressRequest>();
+    request->metadata = std::make_shared<pivra::ModelMetadata>();
+    request->executeUpload = [uploaded = end.get_future().share()] {
+        uploaded.wait();
+        return pivra::UploadExecutionResult();
+    };
+    const auto& calls = devkit::CallInterceptor::instance().calls();
+    host.user = [&](test_support::OpenDialog&) {
+        test_support::turnMessageLoop(1s);
+        const auto allocationsBefore = test_support::allocations;
+        const auto callsBefore = calls.size();
+        for (auto _ : state) {
+            state.SetIterationTime(secondsOf([] { test_support::turnMessageLoop(400ms); }));
+        }
+        const auto ticks = static_cast<double>(state.iterations());
+        state.counters["allocations"] = static_cast<double>(test_support::allocations - allocationsBefore) / ticks;
+        state.counters["calls"] = static_cast<double>(calls.size() - callsBefore) / ticks;
+        end.set_value();
+    };
+    ui::showUploadProgressDialog(request);
+}
+
+/// Memory of the metadata and of the list to upload, for each file.
+void uploadList(benchmark::State& state) {
+    constexpr std::size_t files = 100'000;
+    for (auto _ : state) {
+        const auto before = ::mallinfo2();
+        pivra::ModelMetadata metadata;
+        const auto seconds = secondsOf([&] {
+            for (std::size_t file = 0; file < files; ++file) {
+                const auto name = "part " + std::to_string(file) + ".prt";
+                metadata.files.push_back({"C:/Users/designer/AppData/Local/Temp/pivra-0123456789abcdef/" + name,
+                                          "D:/projects/gearbox/models/" + name, name,
+                                          "00000000-0000-4000-8000-" + std::to_string(100'000'000'000 + file), "A"});
             }
         });
+        const auto list = pivra::filesToSend(metadata);
+        const auto after = ::mallinfo2();
+        const auto used = after.uordblks + after.hblkhd - before.uordblks - before.hblkhd;
+        state.SetIterationTime(seconds);
+        state.counters["memory"] = static_cast<double>(used) / static_cast<double>(list.size());
+    }
 }
 
-void Bench::assembly() {
-    auto* root = addAssembly([&](devkit::PartData& part) {
-        part.uniqueIdentifier = part.name;
-        part.fullPath = platform::utf8FromPath(folder_.writeFile(part.name + ".prt", content_));
-    });
-    const auto collect = [&] {
-        pivra::ExportRun run(pivra::IdentifierForm::display, "assembly");
-        pivra::collectLocalUploadFiles(root, run);
-    };
-    const auto copy = [&] {
-        for (const auto& part : session_.parts()) {
-            const fs::path file = platform::pathFromUtf8(part.fullPath);
-            platform::copyFile(file, copies() / file.filename());
-        }
-    };
-    compare("collecting 500 parts in 5,000 places", collect, "copying their files", copy);
-    devkit::CallInterceptor::instance().reset();
-    collect();
-    std::printf("%-52s %6zu calls of the host, %.1f for each place\n", "",
-                devkit::CallInterceptor::instance().calls().size(),
-                static_cast<double>(devkit::CallInterceptor::instance().calls().size()) / placements);
-}
+constexpr int repetitions = 11;
 
-void Bench::checks() {
-    auto* root = session_.object("root");
-    compare(
-        "both checks of these 5,000 places",
-        [&] {
-            pivra::ExportRun run(pivra::IdentifierForm::display);
-            pivra::hasUnsavedComponent(root, run);
-            pivra::hasUnsupportedComponent(root, run);
-        },
-        "asking each file whether it is there",
-        [&] {
-            for (const auto& part : session_.parts()) platform::isRegularFile(platform::pathFromUtf8(part.fullPath));
-        });
-}
-
-void Bench::managedAssembly() {
-    auto* root = addAssembly([&](devkit::PartData& part) {
-        part.uniqueIdentifier = part.name;
-        part.managed = devkit::ManagedItem{part.name, "A", "", "", "A"};
-        part.content = content_;
-    });
-    compare(
-        "exporting 501 parts of Teamcenter, and collecting them",
-        [&] {
-            pivra::ExportRun run(pivra::IdentifierForm::display, "managed");
-            pivra::collectManagedUploadFiles(root, pivra::exportManagedPart(root, run), run);
-        },
-        "writing their files",
-        [&] {
-            for (const auto& part : session_.parts()) folder_.writeFile("copies/" + part.name + ".prt", content_);
-        });
-    pivra::cleanupSessionTempDirectory();
-}
+BENCHMARK(nativePart)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
+BENCHMARK(assembly)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
+BENCHMARK(largeAssembly)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
+BENCHMARK(hostCalls)->UseManualTime()->Iterations(1);
+BENCHMARK(filteredLogLine)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
+BENCHMARK(logLine)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
+BENCHMARK(pollTick)->UseManualTime()->Iterations(20);
+BENCHMARK(uploadList)->UseManualTime()->Iterations(1);
 
 }  // namespace
 
-int main() {
-    Bench bench;
-    bench.logLine();
-    bench.properties();
-    bench.assembly();
-    bench.checks();
-    bench.managedAssembly();
-    return 0;
-}
+BENCHMARK_MAIN();

@@ -22,6 +22,7 @@ using Sink = std::function<void(const std::string&, const std::string&)>;
 /// Loads the library, with its own dependencies from its folder and the system's alone. It stays for the process: its
 /// threads may still be on their way out when the last client goes.
 void* loadLibrary(const std::string& path) {
+    const devkit::NeighbourTime time;
     static constexpr std::array kinds{devkit::FaultKind::error, devkit::FaultKind::unknown};
     if (const auto fault = devkit::CallInterceptor::instance().enterOther("cpp_piv::loadLibrary", kinds)) {
         if (fault->kind == devkit::FaultKind::unknown) throw UnknownFailure{};

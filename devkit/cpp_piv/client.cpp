@@ -56,11 +56,13 @@ Result resultOfCall(CppPivBridgeInterface& bridge, const std::string& operation,
 template <class Result>
 Result perform(CppPivBridgeInterface& bridge, const std::string& operation, const json& request) {
     using devkit::FaultKind;
+    const std::string name = "cpp_piv::" + operation;
+    const devkit::NeighbourTime time(name);
     static constexpr std::array kinds{FaultKind::error, FaultKind::unknown, FaultKind::late, FaultKind::cutOff,
                                       FaultKind::empty};
     // What returns nothing has no empty answer.
     const auto possible = std::span(kinds).first(std::is_same_v<Result, json> ? kinds.size() - 1 : kinds.size());
-    const auto fault = devkit::CallInterceptor::instance().enterOther(("cpp_piv::" + operation).c_str(), possible);
+    const auto fault = devkit::CallInterceptor::instance().enterOther(name.c_str(), possible);
     if (!fault) return resultOfCall<Result>(bridge, operation, request);
     if (fault->kind == FaultKind::error) throw std::runtime_error(fault->message);
     if (fault->kind == FaultKind::unknown) throw UnknownFailure{};

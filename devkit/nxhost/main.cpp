@@ -48,6 +48,17 @@ std::string callReport(const ReplayContext& context) {
     return report.dump();
 }
 
+// How long the plug-in took to show each dialog, and the service to answer, in milliseconds, in one line.
+std::string timeReport() {
+    const auto& interceptor = devkit::CallInterceptor::instance();
+    Json report{{"dialogs", Json::array()}, {"service", Json::object()}};
+    for (const auto& [layout, own, all] : interceptor.dialogTimes())
+        report["dialogs"].push_back({{"dialog", layout}, {"own", own.count()}, {"all", all.count()}});
+    for (const auto& [name, call] : interceptor.counts())
+        if (call.time.count() > 0) report["service"][name] = {{"count", call.count}, {"time", call.time.count()}};
+    return report.dump();
+}
+
 // Plays one replay in this process. The plug-in keeps its state, so a process plays only one.
 Outcome playHere(const Options& options, const fs::path& file) {
     const auto replay = readReplay(file, !options.interactive);
@@ -68,6 +79,7 @@ Outcome playHere(const Options& options, const fs::path& file) {
     const auto faults = options.interactive ? player.useByHand() : player.play();
     for (const auto& fault : faults) std::cerr << replay.title << ": " << fault << "\n";
     if (options.recover) std::cerr << callReport(context) << "\n";
+    if (options.times) std::cerr << timeReport() << "\n";
     const auto outcome = options.fault > 0 ? outcomeOfFault(options) : passed;
     return faults.empty() ? outcome : differs;
 }

@@ -35,6 +35,7 @@ void describe(CLI::App& app, Options& options) {
                       ->type_name("NUMBER");
     app.add_flag("--null", options.nullFault, "the call that fails returns null where it can")->needs(fault);
     app.add_flag("--recover", options.recover, "in a replay with faults: upload once more at the end, and count calls");
+    app.add_flag("--times", options.times, "say how long the plug-in took to show each dialog and to upload");
     auto* interactive = app.add_flag("--interactive", options.interactive, "open one file by hand (Windows)");
     auto* exportCheck = app.add_flag("--export-check", options.exportCheck, "only list what the plug-in exports");
     auto* files = app.add_option("FILE", options.files, "replays")->take_all();

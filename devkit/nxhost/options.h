@@ -14,6 +14,7 @@ struct Options {
     bool exportCheck = false;  ///< only list what the plug-in exports
     std::size_t fault = 0;     ///< number of the host's call that fails; 0 for none
     bool nullFault = false;    ///< it returns null where it can
+    bool times = false;        ///< report how long the plug-in took to show each dialog
     bool recover = false;      ///< after the replay, whatever failed in it, a user uploads once more
     bool interactive = false;  ///< a person uses the plug-in; the one file's steps are left out
     std::filesystem::path sandbox;

@@ -51,11 +51,13 @@ void DialogState::addObjects(BlockData& block) {
 void DialogState::set(BlockData& block, const std::string& name, const PropertyValue& value) {
     std::visit([&](const auto& given) { get<std::decay_t<decltype(given)>>(block, name); }, value);
     block.properties[name] = value;
+    const NeighbourTime time;
     if (shown_) presenter()->changed(*data_, block);
 }
 
 void DialogState::call(const std::string& name, const std::function<void()>& handler) const {
     CallInterceptor::instance().guard("the " + name + " handler of " + data_->name, handler);
+    if (name == "dialog shown") CallInterceptor::instance().dialogShown(data_->name);
 }
 
 void DialogState::show() {
@@ -91,6 +93,7 @@ void BlockDialog::AddUpdateHandler(const Update& updateCb) {
 
 int BlockDialog::Show() {
     devkit::enter("NXOpen::BlockStyler::BlockDialog::Show");
+    const devkit::NeighbourTime time;
     state_->show();
     return 0;
 }

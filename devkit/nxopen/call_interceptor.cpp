@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace devkit {
 
@@ -40,7 +41,31 @@ void CallInterceptor::addViolation(const std::string& sentence) {
     violations_.push_back(sentence);
 }
 
+bool CallInterceptor::setPluginAtWork(bool isAtWork) {
+    if (std::this_thread::get_id() != hostThread_) return false;
+    const auto now = Clock::now();
+    if (isPluginAtWork_) own_ += now - since_;
+    since_ = now;
+    return std::exchange(isPluginAtWork_, isAtWork);
+}
+
+void CallInterceptor::dialogShown(const std::string& layout) {
+    dialogTimes_.push_back({layout, own_, Clock::now() - entered_});
+}
+
 void CallInterceptor::guard(const std::string& name, const std::function<void()>& function) try {
+    if (depth_++ == 0) {
+        entered_ = Clock::now();
+        own_ = {};
+    }
+    struct Leaving {
+        ~Leaving() {
+            interceptor.setPluginAtWork(wasAtWork);
+            --interceptor.depth_;
+        }
+        CallInterceptor& interceptor;
+        bool wasAtWork;
+    } const leaving{*this, setPluginAtWork(true)};
     function();
 } catch (const std::exception& error) {
     addViolation("An exception left " + name + ": " + error.what());
@@ -78,6 +103,11 @@ std::optional<Fault> CallInterceptor::recordHostCall(const char* name, FaultKind
 std::optional<Fault> CallInterceptor::enterOther(const char* name, FaultKinds kinds) {
     const std::lock_guard lock(mutex_);
     return record(name, counts_[name], kinds, 0);
+}
+
+void CallInterceptor::addTime(const std::string& name, Clock::duration time) {
+    const std::lock_guard lock(mutex_);
+    counts_[name].time += time;
 }
 
 bool CallInterceptor::onHostThread(const char* name) {

@@ -46,6 +46,7 @@ NXOpen::NXMessageBox* UI::NXMessageBox() {
 
 BlockStyler::BlockDialog* UI::CreateDialog(const NXString& dialogName) {
     if (!devkit::enterForPointer("NXOpen::UI::CreateDialog")) return nullptr;
+    const devkit::NeighbourTime time;
     try {
         auto layout = devkit::readLayout(findLayout(devkit::pathOf(dialogName.GetUTF8Text())));
         return new BlockStyler::BlockDialog(std::make_unique<devkit::DialogState>(std::move(layout)));
@@ -56,6 +57,7 @@ BlockStyler::BlockDialog* UI::CreateDialog(const NXString& dialogName) {
 
 int NXMessageBox::Show(const NXString& title, DialogType msgboxType, const NXString& message) {
     devkit::enter("NXOpen::NXMessageBox::Show");
+    const devkit::NeighbourTime time;
     return devkit::presenter()->messageBox(title.GetUTF8Text(), static_cast<devkit::BoxKind>(msgboxType),
                                            message.GetUTF8Text());
 }

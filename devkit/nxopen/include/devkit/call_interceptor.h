@@ -5,6 +5,7 @@
 
 #include <nxopen_export.h>
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -15,6 +16,7 @@
 #include <string_view>
 #include <thread>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace devkit {
@@ -49,10 +51,20 @@ struct Fault {
     FaultKind kind = FaultKind::error;
 };
 
-/// How often a call was made, and how it can fail.
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+/// How often a call was made, how it can fail, and, of the service's, how long it took in all.
 struct CallCount {
     std::size_t count = 0;
     FaultKinds kinds;
+    Milliseconds time{};
+};
+
+/// Since the host entered the plug-in, until a dialog was ready to be seen; `own` leaves out what neighbours took.
+struct DialogTime {
+    std::string layout;
+    Milliseconds own;
+    Milliseconds all;
 };
 
 /// A call of the host on another thread is a violation and fails; other neighbours may be called on any.
@@ -74,6 +86,12 @@ class NXOPEN_EXPORT CallInterceptor {
     /// bracket or help context left open (asked by the host after each run).
     const std::vector<std::string>& violations() const { return violations_; }
     void addViolation(const std::string& sentence);
+    const std::vector<DialogTime>& dialogTimes() const { return dialogTimes_; }
+    void dialogShown(const std::string& layout);
+    /// Says who is at work on the host's thread from now on; whether it was the plug-in until now. Elsewhere without
+    /// effect.
+    bool setPluginAtWork(bool isAtWork);
+
     /// Calls a function of the plug-in. An exception that leaves it is a violation, and goes no further.
     void guard(const std::string& name, const std::function<void()>& function);
 
@@ -87,6 +105,7 @@ class NXOPEN_EXPORT CallInterceptor {
     bool enter(const char* name, FaultKinds kinds);
     /// Enters a call of another neighbour; the fault that it is to have, if any.
     std::optional<Fault> enterOther(const char* name, FaultKinds kinds);
+    void addTime(const std::string& name, std::chrono::steady_clock::duration time);
     /// Whether the host's present call is to give empty texts.
     bool emptied() const { return emptied_; }
     /// UF_initialize returns `status`.
@@ -99,7 +118,15 @@ class NXOPEN_EXPORT CallInterceptor {
     std::optional<Fault> recordHostCall(const char* name, FaultKinds kinds);
     bool onHostThread(const char* name);
 
+    using Clock = std::chrono::steady_clock;
+
     std::mutex mutex_;
+    bool isPluginAtWork_ = false;
+    int depth_ = 0;  // of the host's calls into the plug-in
+    Clock::time_point entered_;
+    Clock::time_point since_;  // the plug-in or a neighbour is at work
+    Clock::duration own_{};
+    std::vector<DialogTime> dialogTimes_;
     std::thread::id hostThread_ = std::this_thread::get_id();
     std::vector<std::string_view> calls_;
     std::map<std::string, CallCount> counts_;
@@ -109,6 +136,25 @@ class NXOPEN_EXPORT CallInterceptor {
     int bracketDepth_ = 0;
     bool bracketRefused_ = false;
     bool emptied_ = false;
+};
+
+/// While it exists, the calling thread works for a neighbour of the plug-in, and the time counts for the call `name`,
+/// if any. In calls that take long.
+class NeighbourTime {
+ public:
+    explicit NeighbourTime(std::string name = {}) : name_(std::move(name)) {}
+    ~NeighbourTime() {
+        auto& interceptor = CallInterceptor::instance();
+        interceptor.setPluginAtWork(wasPlugin_);
+        if (!name_.empty()) interceptor.addTime(name_, std::chrono::steady_clock::now() - start_);
+    }
+    NeighbourTime(const NeighbourTime&) = delete;
+    NeighbourTime& operator=(const NeighbourTime&) = delete;
+
+ private:
+    std::string name_;
+    bool wasPlugin_ = CallInterceptor::instance().setPluginAtWork(false);
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 }  // namespace devkit
