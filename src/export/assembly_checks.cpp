@@ -5,7 +5,6 @@
 #include "export/part_queries.h"
 #include "logging/log.h"
 #include "nx/session.h"
-#include "nx/text.h"
 #include "platform/error_text.h"
 #include "platform/text.h"
 
@@ -21,9 +20,9 @@ namespace {
 using logging::LogWarning;
 using logging::quoted;
 
-bool isUnsaved(const Placement& placed, ExportRun&) {
+bool isUnsaved(const Placement& placed, ExportRun& run) {
     if (placed.part == nullptr || !isPartModified(placed.part, "Assembly child modified-state check")) return false;
-    LogWarning("Assembly child has unsaved changes:", quoted("part", nx::partLogLabel(placed.part)));
+    LogWarning("Assembly child has unsaved changes:", quoted("part", run.names().logLabel(placed.part)));
     return true;
 }
 
@@ -41,10 +40,11 @@ bool isUnsupportedFile(const std::string& file) {
 bool isUnsupported(const Placement& placed, ExportRun& run) {
     if (placed.part != nullptr && run.isManaged(placed.part)) return false;
     // The C++ interface gives the whole name of a loaded part, whatever the host's code page.
-    const std::string file = placed.part != nullptr ? nx::utf8(placed.part->FullPath()) : run.fileOf(*placed.component);
+    const std::string file =
+        placed.part != nullptr ? run.names().fullPath(*placed.part) : run.fileOf(*placed.component);
     if (!file.empty()) return isUnsupportedFile(file);
     if (placed.part == nullptr) return false;
-    LogWarning("Assembly child has unsupported loaded part source:", quoted("part", nx::partLogLabel(placed.part)),
+    LogWarning("Assembly child has unsupported loaded part source:", quoted("part", run.names().logLabel(placed.part)),
                quoted("source", ""), quoted("extension", ""));
     return true;
 }

@@ -121,7 +121,7 @@ const std::string& keyOf(const ModelFileEntry& entry) {
 }
 
 CollectedFiles Collection::collect() {
-    const std::string label = nx::partLogLabel(&root_);
+    const std::string label = run_.names().logLabel(&root_);
     addRoot(label);
     std::optional<std::string> readingError;
     const auto error = platform::errorOf([&] { readingError = addMembers(); });
@@ -171,7 +171,7 @@ void Collection::addMember(NXOpen::Part& part) {
     const auto known = members_.find(&part);
     if (known != members_.end()) return logRepeated(known->second);
     ModelFileEntry entry;
-    Member member{nx::partLogLabel(&part), {}};
+    Member member{run_.names().logLabel(&part), {}};
     if (readIdentity(part, member.label, entry) && !entry.sourceFileId.empty()) member.key = keyOf(entry);
     members_.emplace(&part, member);
     if (member.key.empty() || !seenKeys_.insert(member.key).second) return logRepeated(member);
@@ -199,9 +199,9 @@ void Collection::addNewMember(NXOpen::Part& part, const Member& member, ModelFil
 /// Reads everything but the file. The root's identifier comes from the run: resolving it again could repair it again.
 bool Collection::readIdentity(NXOpen::BasePart& part, const std::string& label, ModelFileEntry& entry) const {
     const auto error = platform::errorOf([&] {
-        entry.sourcePath = nx::utf8(part.FullPath());
-        entry.sourceFileId = &part == &root_ ? run_.sessionKey() : traceableId(&part, run_.form());
-        entry.uploadFileName = nx::utf8(part.Leaf());
+        entry.sourcePath = run_.names().fullPath(part);
+        entry.sourceFileId = &part == &root_ ? run_.sessionKey() : traceableId(&part, run_.form(), run_.names());
+        entry.uploadFileName = run_.names().leaf(part);
         // The root is sent under the key that the dialogs look up.
         entry.isPartFamily = &part != &root_ && isPartFamilyMember(&part);
         entry.revision = configuredRevisionId(run_.managedName(&part));

@@ -52,9 +52,9 @@ std::string exportDisplayedModel(NXOpen::BasePart* part, const std::string& sour
         return {};
     }
     const auto log = [&](LogLevel level, const char* head) {
-        logging::Log(level, head, quoted("part", nx::partLogLabel(part)), quoted("source", sourcePath));
+        logging::Log(level, head, quoted("part", run.names().logLabel(part)), quoted("source", sourcePath));
     };
-    if (isDrawingContext()) {
+    if (run.isDrawing()) {
         log(LogLevel::info, "NX export selected drawing PDF path:");
         return exportDrawingPdf(part, sourcePath, run);
     }

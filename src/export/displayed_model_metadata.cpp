@@ -7,7 +7,6 @@
 #include "export/part_queries.h"
 #include "logging/log.h"
 #include "nx/session.h"
-#include "nx/text.h"
 #include "platform/calendar.h"
 #include "platform/error_text.h"
 #include "platform/text.h"
@@ -68,8 +67,12 @@ std::string statusError(const fs::path& file) {
 /// One reading of the displayed part.
 class Reading {
  public:
-    Reading(NXOpen::BasePart& part, ModelMetadata& metadata)
-        : part_(part), metadata_(metadata), label_(nx::partLogLabel(&part)), isDrawing_(isDrawingContext()) {}
+    Reading(NXOpen::BasePart& part, ModelMetadata& metadata, ExportRun& run)
+        : part_(part),
+          metadata_(metadata),
+          run_(run),
+          label_(run.names().logLabel(&part)),
+          isDrawing_(run.isDrawing()) {}
 
     void classify();
     /// Logs that the file is about to be read.
@@ -90,15 +93,15 @@ class Reading {
 
     NXOpen::BasePart& part_;
     ModelMetadata& metadata_;
+    ExportRun& run_;
     std::string label_;
     bool isDrawing_;
-    ExportRun run_{IdentifierForm::display};
 };
 
 void Reading::classify() {
     metadata_.hasUnsavedChanges = hasUnsavedChanges(&part_, isDrawing_, run_);
     metadata_.isManaged = run_.isManaged(&part_);
-    metadata_.sourcePath = nx::utf8(part_.FullPath());
+    metadata_.sourcePath = run_.names().fullPath(part_);
     if (metadata_.isManaged || hasUsableLocalSource(metadata_.sourcePath)) return;
     LogDebug(
         "NX part has no usable local source and did not decode as Teamcenter-managed; treating as local unsaved part:",
@@ -111,7 +114,7 @@ void Reading::logStart() const {
 }
 
 void Reading::readFileFacts() {
-    run_.setSessionKey(resolveDisplayTraceableId(&part_));
+    run_.setSessionKey(resolveDisplayTraceableId(&part_, run_.names()));
     metadata_.sourceFileId = run_.sessionKey();
     if (metadata_.isManaged) {
         readManagedFacts();
@@ -122,7 +125,7 @@ void Reading::readFileFacts() {
 
 void Reading::readLocalFacts() {
     metadata_.fileName = platform::lastPathComponent(metadata_.sourcePath);
-    if (metadata_.fileName.empty()) metadata_.fileName = nx::utf8(part_.Leaf());
+    if (metadata_.fileName.empty()) metadata_.fileName = run_.names().leaf(part_);
     if (!setFileFacts(metadata_, metadata_.sourcePath)) {
         LogWarning("NX display metadata found a local part without a saved source file:", part(), sourceFileId(),
                    quoted("source", metadata_.sourcePath));
@@ -135,7 +138,7 @@ void Reading::readLocalFacts() {
 void Reading::readManagedFacts() {
     metadata_.exportedFile = exportManagedPart(&part_, run_);
     metadata_.fileName = platform::lastPathComponent(metadata_.exportedFile);
-    if (metadata_.fileName.empty()) metadata_.fileName = nx::utf8(part_.Leaf());
+    if (metadata_.fileName.empty()) metadata_.fileName = run_.names().leaf(part_);
     if (metadata_.exportedFile.empty()) {
         LogWarning("Managed NX display metadata export produced no local clone:", part(), sourceFileId());
         return;
@@ -190,10 +193,11 @@ void Reading::logResult() const {
 }
 
 void readPart(NXOpen::BasePart& part, ModelMetadata& metadata) {
-    metadata.hasLegacyId = legacyIdWarningNeeded(&part);
+    ExportRun run(IdentifierForm::display);
+    metadata.hasLegacyId = legacyIdWarningNeeded(&part, run.names());
     // Logs the setting, which decides what happens to a legacy part.
     fixLegacyIdEnabled();
-    Reading reading(part, metadata);
+    Reading reading(part, metadata, run);
     reading.classify();
     reading.logStart();
     reading.readFileFacts();

@@ -38,6 +38,11 @@ std::optional<ManagedPartName> ExportRun::managedName(NXOpen::BasePart* part) {
     return name;
 }
 
+bool ExportRun::isDrawing() {
+    if (!isDrawing_) isDrawing_ = askDrawingContext();
+    return isDrawing_.value_or(false);
+}
+
 std::string ExportRun::fileOf(NXOpen::Assemblies::Component& component) {
     const auto found = componentFiles_.find(&component);
     if (found != componentFiles_.end()) return found->second;

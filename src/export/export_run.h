@@ -4,6 +4,7 @@
 
 #include "export/assembly_components.h"
 #include "export/part_queries.h"
+#include "nx/session.h"
 #include "traceability/traceable_id.h"
 
 #include <filesystem>
@@ -30,6 +31,12 @@ class ExportRun {
     /// As fileOfComponent(), empty when the host could not answer. It is asked once a component, as for managedName().
     std::string fileOf(NXOpen::Assemblies::Component& component);
 
+    /// As isDrawingContext(). The host is asked once, and again only when it could not answer.
+    bool isDrawing();
+
+    /// The texts of the parts.
+    nx::PartNames& names() { return names_; }
+
     IdentifierForm form() const { return form_; }
 
     /// The displayed part's identifier in the run's form. It is resolved once a run, since resolving for upload may
@@ -51,6 +58,8 @@ class ExportRun {
  private:
     IdentifierForm form_;
     std::string sessionKey_;
+    nx::PartNames names_;
+    std::optional<bool> isDrawing_;
     std::unordered_map<NXOpen::BasePart*, AssemblyComponents> components_;
     std::unordered_map<NXOpen::BasePart*, std::optional<ManagedPartName>> managedNames_;
     std::unordered_map<NXOpen::Assemblies::Component*, std::string> componentFiles_;

@@ -57,12 +57,16 @@ std::string configuredRevisionIdOf(const std::string& partNumber) {
 
 }  // namespace
 
-bool isDrawingContext() {
+std::optional<bool> askDrawingContext() {
     const nx::UfSession session;
-    if (!opened(session)) return false;
+    if (!opened(session)) return std::nullopt;
     int module = 0;
-    return nx::checkNxStatus("UF_ask_application_module", UF_ask_application_module(&module)) &&
-           module == host_numbers::draftingModule;
+    if (!nx::checkNxStatus("UF_ask_application_module", UF_ask_application_module(&module))) return std::nullopt;
+    return module == host_numbers::draftingModule;
+}
+
+bool isDrawingContext() {
+    return askDrawingContext().value_or(false);
 }
 
 bool isPartModified(NXOpen::BasePart* part, std::string_view check) {

@@ -25,6 +25,8 @@ struct ManagedPartName {
 
 /// True when the drafting application is active: then the sheets are uploaded, not the model.
 bool isDrawingContext();
+/// The same; absent when the host could not answer.
+std::optional<bool> askDrawingContext();
 
 /// True when the part has changes that are not saved. When the interface cannot be used, one warning line that begins
 /// with `check`.

@@ -8,7 +8,6 @@
 #include "export/part_queries.h"
 #include "logging/log.h"
 #include "nx/session.h"
-#include "nx/text.h"
 #include "platform/text.h"
 #include "traceability/pivra_id_attribute.h"
 #include "traceability/traceable_id.h"
@@ -32,7 +31,7 @@ constexpr const char* cachedExport = "cached_managed_export";
 
 /// Reads again what may have changed since the record was made.
 void refresh(NXOpen::BasePart& part, bool isDrawing, ModelMetadata& metadata, ExportRun& run) {
-    metadata.sourcePath = nx::utf8(part.FullPath());
+    metadata.sourcePath = run.names().fullPath(part);
     metadata.uploadBlockedReason.clear();
     metadata.isManaged = run.isManaged(&part);
     metadata.hasUnsavedChanges = hasUnsavedChanges(&part, isDrawing, run);
@@ -96,13 +95,13 @@ void logResult(bool isDrawing, const ModelMetadata& metadata) {
 }
 
 void prepare(NXOpen::BasePart& part, ModelMetadata& metadata) {
-    const std::string label = nx::partLogLabel(&part);
-    const bool isDrawing = isDrawingContext();
     ExportRun run(IdentifierForm::upload);
+    const std::string label = run.names().logLabel(&part);
+    const bool isDrawing = run.isDrawing();
     refresh(part, isDrawing, metadata, run);
     logStart(label, isDrawing, metadata);
     if (!metadata.isManaged && !isDrawing && !hasUsableLocalSource(metadata.sourcePath)) return block(label, metadata);
-    run.setSessionKey(resolveTraceableId(&part));
+    run.setSessionKey(resolveTraceableId(&part, run.names()));
     const std::string reason = exportReason(isDrawing, metadata);
     if (reason == cachedExport) {
         LogInfo("Reusing cached managed NX export before upload:", quoted("exported_file", metadata.exportedFile));

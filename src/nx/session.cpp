@@ -13,10 +13,17 @@ namespace {
 template <typename Name>
 std::string textOrEmpty(Name name) {
     try {
-        return utf8(name());
+        return name();
     } catch (...) {
         return {};
     }
+}
+
+/// The text that is known, or the one that `ask` gets from the host.
+template <typename Ask>
+const std::string& once(std::optional<std::string>& known, Ask ask) {
+    if (!known) known = utf8(ask());
+    return *known;
 }
 
 }  // namespace
@@ -29,12 +36,28 @@ bool checkNxStatus(const char* operation, int status) noexcept {
     return false;
 }
 
-std::string partLogLabel(NXOpen::BasePart* part) {
+const std::string& PartNames::leaf(NXOpen::BasePart& part) {
+    return once(known_[&part].leaf, [&] { return part.Leaf(); });
+}
+
+const std::string& PartNames::fullPath(NXOpen::BasePart& part) {
+    return once(known_[&part].fullPath, [&] { return part.FullPath(); });
+}
+
+const std::string& PartNames::uniqueIdentifier(NXOpen::BasePart& part) {
+    return once(known_[&part].uniqueIdentifier, [&] { return part.UniqueIdentifier(); });
+}
+
+std::string PartNames::logLabel(NXOpen::BasePart* part) {
     if (part == nullptr) return "<null part>";
-    const std::string leaf = textOrEmpty([&] { return part->Leaf(); });
-    const std::string path = textOrEmpty([&] { return part->FullPath(); });
-    if (path.empty()) return leaf.empty() ? "<unnamed NX part>" : leaf;
-    return leaf.empty() ? path : path + " (" + leaf + ")";
+    const std::string name = textOrEmpty([&] { return leaf(*part); });
+    const std::string path = textOrEmpty([&] { return fullPath(*part); });
+    if (path.empty()) return name.empty() ? "<unnamed NX part>" : name;
+    return name.empty() ? path : path + " (" + name + ")";
+}
+
+std::string partLogLabel(NXOpen::BasePart* part) {
+    return PartNames().logLabel(part);
 }
 
 }  // namespace nx

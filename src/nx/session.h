@@ -6,7 +6,9 @@
 #include <NXOpen/PartCollection.hxx>
 #include <NXOpen/Session.hxx>
 
+#include <optional>
 #include <string>
+#include <unordered_map>
 
 namespace NXOpen {
 class BasePart;
@@ -43,6 +45,26 @@ inline NXOpen::BasePart* displayedPart() {
     NXOpen::PartCollection* parts = session != nullptr ? session->Parts() : nullptr;
     return parts != nullptr ? parts->BaseDisplay() : nullptr;
 }
+
+/// What the host calls its parts, each text asked for once; one that the host failed to give is asked for again. For
+/// one reading for display or one preparation of an upload, in which the texts do not change. UTF-8; host exceptions
+/// pass.
+class PartNames {
+ public:
+    const std::string& leaf(NXOpen::BasePart& part);
+    const std::string& fullPath(NXOpen::BasePart& part);
+    const std::string& uniqueIdentifier(NXOpen::BasePart& part);
+    /// As partLogLabel().
+    std::string logLabel(NXOpen::BasePart* part);
+
+ private:
+    struct Texts {
+        std::optional<std::string> leaf;
+        std::optional<std::string> fullPath;
+        std::optional<std::string> uniqueIdentifier;
+    };
+    std::unordered_map<NXOpen::BasePart*, Texts> known_;
+};
 
 /// "<null part>" for null; the full path, a blank and the leaf name in parentheses; the one of the two that is not
 /// empty; or "<unnamed NX part>". UTF-8. A name that the host fails to give counts as empty, so that the line that

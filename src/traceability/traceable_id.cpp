@@ -3,7 +3,6 @@
 #include "config/properties.h"
 #include "logging/log.h"
 #include "nx/session.h"
-#include "nx/text.h"
 #include "traceability/nx_uuid.h"
 #include "traceability/pivra_id_attribute.h"
 
@@ -26,7 +25,6 @@ using logging::quoted;
 struct Identity {
     std::string label;
     std::string internalId;
-    bool isTopLevel = false;
     std::optional<std::string> pivraId;
 
     bool hasValidPivraId() const { return pivraId && isNxUuidFormat(*pivraId); }
@@ -43,8 +41,8 @@ void logWithAttribute(LogLevel level, const char* head, const Identity& identity
         quoted("pivra_id", identity.pivraIdOrEmpty()));
 }
 
-std::string internalIdOf(NXOpen::BasePart& part) {
-    return nx::utf8(part.UniqueIdentifier());
+bool isTopLevel(const NXOpen::BasePart& part) {
+    return &part == nx::displayedPart();
 }
 
 void warnOfAttributeWithoutInternalId(const Identity& identity) {
@@ -88,7 +86,7 @@ void cleanUp(NXOpen::BasePart& part, const Identity& identity) {
     logWithAttribute(LogLevel::info,
                      "Using NX internal ID because it is UUID-style; PIVRA_ID attribute cleanup needed:", identity,
                      "nx_id");
-    if (identity.isTopLevel) {
+    if (isTopLevel(part)) {
         removeRedundantId(part, {identity.label, identity.internalId, *identity.pivraId});
     } else {
         logWithAttribute(LogLevel::info, "Skipping PIVRA_ID cleanup for non-top-level NX part:", identity, "nx_id");
@@ -111,7 +109,7 @@ std::string uploadIdOfLegacyPart(NXOpen::BasePart& part, const Identity& identit
     if (identity.pivraId && identity.pivraId->empty()) {
         log(LogLevel::warning, "Ignoring empty PIVRA_ID attribute:", identity, "nx_id");
     }
-    if (!identity.isTopLevel) return uploadIdOfLegacyMember(identity);
+    if (!isTopLevel(part)) return uploadIdOfLegacyMember(identity);
     if (!identity.pivraIdOrEmpty().empty()) {
         logWithAttribute(LogLevel::warning,
                          "Existing PIVRA_ID does not match NX UUID format and will be replaced:", identity,
@@ -167,40 +165,40 @@ void warnOf(const char* head, const std::string& label) {
 
 }  // namespace
 
-std::string resolveDisplayTraceableId(NXOpen::BasePart* part) {
+std::string resolveDisplayTraceableId(NXOpen::BasePart* part, nx::PartNames& names) {
     if (part == nullptr) return {};
-    const std::string label = nx::partLogLabel(part);
+    const std::string label = names.logLabel(part);
     try {
-        return displayId({label, internalIdOf(*part), false, readPivraId(*part)});
+        return displayId({label, names.uniqueIdentifier(*part), readPivraId(*part)});
     } catch (...) {
         warnOf("Failed to read NX internal ID while resolving display traceable ID:", label);
         return {};
     }
 }
 
-std::string resolveTraceableId(NXOpen::BasePart* part) {
+std::string resolveTraceableId(NXOpen::BasePart* part, nx::PartNames& names) {
     if (part == nullptr) return {};
-    const std::string label = nx::partLogLabel(part);
+    const std::string label = names.logLabel(part);
     try {
-        return uploadId(*part, {label, internalIdOf(*part), part == nx::displayedPart(), readPivraId(*part)});
+        return uploadId(*part, {label, names.uniqueIdentifier(*part), readPivraId(*part)});
     } catch (...) {
         warnOf("Failed to read NX internal ID while resolving traceable ID:", label);
         return {};
     }
 }
 
-std::string traceableId(NXOpen::BasePart* part, IdentifierForm form) {
-    return form == IdentifierForm::upload ? resolveTraceableId(part) : resolveDisplayTraceableId(part);
+std::string traceableId(NXOpen::BasePart* part, IdentifierForm form, nx::PartNames& names) {
+    return form == IdentifierForm::upload ? resolveTraceableId(part, names) : resolveDisplayTraceableId(part, names);
 }
 
-bool legacyIdWarningNeeded(NXOpen::BasePart* part) {
+bool legacyIdWarningNeeded(NXOpen::BasePart* part, nx::PartNames& names) {
     if (part == nullptr) return false;
     try {
-        const std::string internalId = internalIdOf(*part);
+        const std::string internalId = names.uniqueIdentifier(*part);
         if (internalId.empty() || isNxUuidFormat(internalId)) return false;
-        return needsValidPivraId({nx::partLogLabel(part), internalId, false, readPivraId(*part)});
+        return needsValidPivraId({names.logLabel(part), internalId, readPivraId(*part)});
     } catch (...) {
-        warnOf("Failed to inspect NX internal ID:", nx::partLogLabel(part));
+        warnOf("Failed to inspect NX internal ID:", names.logLabel(part));
         return false;
     }
 }

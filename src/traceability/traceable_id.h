@@ -4,13 +4,16 @@
 // attribute `PIVRA_ID` and are saved. A `PIVRA_ID` that a UUID-style part still carries is redundant and removed. Only
 // the displayed part is ever written to, and only by resolveTraceableId().
 //
-// Host's thread only; no function here throws.
+// Host's thread only; no function here throws. `names` are those of the reading or preparation that asks.
 #pragma once
 
 #include <string>
 
 namespace NXOpen {
 class BasePart;
+}
+namespace nx {
+class PartNames;
 }
 
 namespace pivra {
@@ -21,17 +24,17 @@ enum class IdentifierForm { display, upload };
 
 /// The identifier for display: reads, never writes. Empty for a null part, for one without an internal identifier, and
 /// when reading fails.
-std::string resolveDisplayTraceableId(NXOpen::BasePart* part);
+std::string resolveDisplayTraceableId(NXOpen::BasePart* part, nx::PartNames& names);
 
 /// The identifier for upload: repairs or cleans up the displayed part and saves it. Empty when there is none, or when a
 /// repair failed; traceabilityFailureMessage() then says so.
-std::string resolveTraceableId(NXOpen::BasePart* part);
+std::string resolveTraceableId(NXOpen::BasePart* part, nx::PartNames& names);
 
 /// resolveDisplayTraceableId() or resolveTraceableId(), by `form`.
-std::string traceableId(NXOpen::BasePart* part, IdentifierForm form);
+std::string traceableId(NXOpen::BasePart* part, IdentifierForm form, nx::PartNames& names);
 
 /// True for a part with a legacy identifier and no valid `PIVRA_ID`.
-bool legacyIdWarningNeeded(NXOpen::BasePart* part);
+bool legacyIdWarningNeeded(NXOpen::BasePart* part, nx::PartNames& names);
 
 /// The setting `pivra_fix_legacy_id`, read afresh; logged when it changed since it was last logged.
 bool fixLegacyIdEnabled();

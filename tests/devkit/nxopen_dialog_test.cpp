@@ -64,13 +64,13 @@ TEST_F(NxopenDialog, checksIdsOfBlocksAndTypesOfProperties) {
     EXPECT_THROW(texts->SetString("Value", "x"), NXException);
     EXPECT_THROW(texts->GetEnum("Size"), NXException);
 
-    const std::unique_ptr<PropertyList> list(dialog->GetBlockProperties("list"));
-    EXPECT_STREQ(list->GetEnumAsString("Value").GetUTF8Text(), "Fine");
-    EXPECT_THROW(list->GetString("Value"), NXException);
-    EXPECT_THROW(list->SetEnum("Value", 2), NXException);
-    EXPECT_THROW(list->SetEnum("Value", -1), NXException);
+    const std::unique_ptr<PropertyList> choices(dialog->GetBlockProperties("list"));
+    EXPECT_STREQ(choices->GetEnumAsString("Value").GetUTF8Text(), "Fine");
+    EXPECT_THROW(choices->GetString("Value"), NXException);
+    EXPECT_THROW(choices->SetEnum("Value", 2), NXException);
+    EXPECT_THROW(choices->SetEnum("Value", -1), NXException);
     dynamic_cast<Enumeration&>(*top->FindBlock("list")).SetEnumMembers({});
-    EXPECT_STREQ(list->GetEnumAsString("Value").GetUTF8Text(), "");
+    EXPECT_STREQ(choices->GetEnumAsString("Value").GetUTF8Text(), "");
 }
 
 TEST_F(NxopenDialog, stopsWhatHandlersThrow) {

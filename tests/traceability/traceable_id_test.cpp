@@ -1,5 +1,6 @@
 // What a session's log says of identifiers is in tests/replays; the lines asserted here no session reaches.
 #include <support/parts_fixture.h>
+#include "nx/session.h"
 #include "platform/text.h"
 #include "traceability/nx_uuid.h"
 #include "traceability/pivra_id_attribute.h"
@@ -60,7 +61,12 @@ class TraceableId : public test_support::PartsTest {
         session.setDisplayed("bolt");
         return session.addPart(bolt);
     }
-    std::string resolve() { return pivra::resolveTraceableId(object("bolt")); }
+    /// Of a reading that has asked for nothing yet.
+    nx::PartNames& fresh() { return names_ = {}; }
+    std::string resolve() { return pivra::resolveTraceableId(object("bolt"), fresh()); }
+
+ private:
+    nx::PartNames names_;
 };
 
 TEST_F(TraceableId, isReadWithoutWriting) {
@@ -83,11 +89,12 @@ TEST_F(TraceableId, isReadWithoutWriting) {
     };
     for (const auto& c : cases) {
         addDisplayedBolt(c.internalId, c.attribute);
-        EXPECT_EQ(pivra::traceableId(object("bolt"), pivra::IdentifierForm::display), c.result) << c.internalId;
-        EXPECT_EQ(pivra::legacyIdWarningNeeded(object("bolt")), c.warningNeeded) << c.internalId;
+        EXPECT_EQ(pivra::traceableId(object("bolt"), pivra::IdentifierForm::display, fresh()), c.result)
+            << c.internalId;
+        EXPECT_EQ(pivra::legacyIdWarningNeeded(object("bolt"), fresh()), c.warningNeeded) << c.internalId;
         // A part that is not the displayed one is left as it is by an upload, too.
         session.setDisplayed("");
-        EXPECT_EQ(pivra::traceableId(object("bolt"), pivra::IdentifierForm::upload), c.result) << c.internalId;
+        EXPECT_EQ(pivra::traceableId(object("bolt"), pivra::IdentifierForm::upload, fresh()), c.result) << c.internalId;
     }
     EXPECT_THAT(writes, IsEmpty());
     EXPECT_THAT(heads(), IsSupersetOf({"INFO Legacy NX internal ID detected",
@@ -190,9 +197,9 @@ TEST_F(TraceableId, hostFailuresStayInside) {
     addDisplayedBolt(legacyId, otherUuid);
     interceptor.addFault({"NXOpen::BasePart::UniqueIdentifier", 0});
     for (auto* part : {object("bolt"), static_cast<NXOpen::BasePart*>(nullptr)}) {
-        EXPECT_EQ(pivra::resolveDisplayTraceableId(part), "");
-        EXPECT_EQ(pivra::resolveTraceableId(part), "");
-        EXPECT_FALSE(pivra::legacyIdWarningNeeded(part));
+        EXPECT_EQ(pivra::resolveDisplayTraceableId(part, fresh()), "");
+        EXPECT_EQ(pivra::resolveTraceableId(part, fresh()), "");
+        EXPECT_FALSE(pivra::legacyIdWarningNeeded(part, fresh()));
     }
     EXPECT_THAT(heads(), ElementsAre("WARNING Failed to read NX internal ID while resolving display traceable ID",
                                      "WARNING Failed to read NX internal ID while resolving traceable ID",
@@ -201,7 +208,7 @@ TEST_F(TraceableId, hostFailuresStayInside) {
 
     // An attribute that cannot be read counts as absent, and a session that is gone has no displayed part.
     interceptor.addFault({"NXOpen::NXObject::GetUserAttributeAsString", 1});
-    EXPECT_EQ(pivra::resolveDisplayTraceableId(object("bolt")), legacyId);
+    EXPECT_EQ(pivra::resolveDisplayTraceableId(object("bolt"), fresh()), legacyId);
     interceptor.addFault({"NXOpen::Session::GetSession", 1, 1, "", devkit::FaultKind::null});
     interceptor.addFault({"NXOpen::NXObject::HasUserAttribute", 2});
     EXPECT_EQ(resolve(), legacyId);
