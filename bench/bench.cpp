@@ -9,7 +9,6 @@
 #include <support/scripted_host.h>
 #include "config/properties.h"
 #include "export/displayed_model_metadata.h"
-#include "export/session_temp_directories.h"
 #include "export/upload_preparation.h"
 #include "logging/log.h"
 #include "platform/text_encoding.h"
@@ -38,16 +37,12 @@ double secondsOf(const Action& action) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Counts the seconds of one of the `count` things that `work` does, of the baseline's, and their ratio. `after`
-/// follows each of both, and is not measured.
-void inTurns(
-    benchmark::State& state, const Action& work, const Action& baseline, const Action& after = [] {},
-    double count = 1) {
+/// Counts the seconds of one of the `count` things that `work` does, of the baseline's, and their ratio. Files are
+/// written over those of the last time: creating and deleting them would measure the file system's bookkeeping.
+void inTurns(benchmark::State& state, const Action& work, const Action& baseline, double count = 1) {
     for (auto _ : state) {
         const double least = secondsOf(baseline) / count;
-        after();
         const double taken = secondsOf(work) / count;
-        after();
         state.SetIterationTime(taken);
         state.counters["value"] = taken;
         state.counters["baseline"] = least;
@@ -80,25 +75,28 @@ class Host {
         return host;
     }
 
-    devkit::PartData& addPart(const std::string& name, const std::string& content) {
+    devkit::PartData& addPart(const std::string& name, const std::string& bytes) {
         devkit::PartData part;
         part.name = part.leaf = name;
         part.uniqueIdentifier = "00000000-0000-4000-8000-" + std::to_string(100'000'000'000 + session.parts().size());
-        part.fullPath = platform::utf8FromPath(folder.writeFile("models/" + name + ".prt", content));
+        part.fullPath = platform::utf8FromPath(folder.writeFile("models/" + name + ".prt", bytes));
         return session.addPart(part);
     }
 
-    /// An assembly of `parts` parts, six of them assemblies inside each other, with `components` components: each of
-    /// the others is placed equally often.
-    void addAssembly(const std::string& name, std::size_t parts, std::size_t components) {
+    /// An assembly of `partCount` parts, six of them assemblies inside each other, with `components` components: each
+    /// of the others is placed equally often.
+    void addAssembly(const std::string& name, std::size_t partCount, std::size_t components) {
         constexpr std::size_t depth = 6;
         std::vector<devkit::PartData*> levels;
         for (std::size_t level = 0; level < depth; ++level) {
             levels.push_back(&addPart(name + (level == 0 ? "" : " " + std::to_string(level)), content));
             if (level > 0) levels[level - 1]->components.push_back({"", levels[level]->name, true});
         }
+        // One for all assemblies, so that their copies go into one folder.
+        levels.front()->uniqueIdentifier = "00000000-0000-4000-8000-000000000000";
         for (std::size_t place = 0; place + depth - 1 < components; ++place) {
-            levels[place % depth]->components.push_back({"", "part " + std::to_string(place % (parts - depth)), true});
+            levels[place % depth]->components.push_back(
+                {"", "part " + std::to_string(place % (partCount - depth)), true});
         }
     }
 
@@ -138,11 +136,6 @@ class Host {
     }
 };
 
-void removeCopies() {
-    pivra::cleanupSessionTempDirectory();
-    for (const auto& file : fs::directory_iterator(Host::instance().copies())) fs::remove(file);
-}
-
 /// The most memory that the process has had since the last call, in bytes.
 double peakMemory() {
     std::ifstream status("/proc/self/status");
@@ -172,7 +165,7 @@ void nativePart(benchmark::State& state) {
             pivra::prepareUploadFiles(metadata);
             memory = peakMemory() - before;
         },
-        [&] { copyDirectly(file, host.copies() / "huge.prt"); }, removeCopies);
+        [&] { copyDirectly(file, host.copies() / "huge.prt"); });
     state.counters["memory"] = memory;
 }
 
@@ -186,8 +179,7 @@ void assembly(benchmark::State& state) {
                 const auto file = platform::pathFromUtf8(entry.sourcePath);
                 copyDirectly(file, host.copies() / file.filename());
             }
-        },
-        removeCopies);
+        });
     state.counters["files"] = static_cast<double>(metadata->files.size());
 }
 
@@ -200,7 +192,7 @@ void largeAssembly(benchmark::State& state) {
         pivra::prepareUploadFiles(metadata);
     };
     inTurns(
-        state, [&] { prepare("large assembly", large); }, [&] { prepare("assembly", small); }, removeCopies);
+        state, [&] { prepare("large assembly", large); }, [&] { prepare("assembly", small); });
 }
 
 /// Calls of the host for each component beyond the first of its part, and for each part.
@@ -215,7 +207,6 @@ void hostCalls(benchmark::State& state) {
         state.counters["component"] = (largeDisplay + largePreparation - display - preparation) / 180'000;
         state.counters["display"] = (allDisplay - halfDisplay) / (Host::parts / 2.0);
         state.counters["preparation"] = (allPreparation - halfPreparation) / (Host::parts / 2.0);
-        removeCopies();
     }
 }
 
@@ -227,15 +218,17 @@ void filteredLogLine(benchmark::State& state) {
     Host::instance();
     constexpr int lines = 1'000'000;
     const std::string label = "a part";
-    const auto before = test_support::allocations;
+    std::size_t allocations = 0;
     inTurns(
         state,
         [&] {
+            const auto before = test_support::allocations;
             for (int line = 0; line < lines; ++line) {
                 logging::LogDebug("A line:", logging::quoted("part", label), logging::flag("managed", true),
                                   logging::number("files", line));
                 benchmark::ClobberMemory();
             }
+            allocations = test_support::allocations - before;
         },
         [&] {
             for (int line = 0; line < lines; ++line) {
@@ -243,8 +236,8 @@ void filteredLogLine(benchmark::State& state) {
                 benchmark::ClobberMemory();
             }
         },
-        [] {}, lines);
-    state.counters["allocations"] = static_cast<double>(test_support::allocations - before) / lines;
+        lines);
+    state.counters["allocations"] = static_cast<double>(allocations);
 }
 
 void logLine(benchmark::State& state) {
@@ -268,7 +261,7 @@ void logLine(benchmark::State& state) {
                 ::close(log);
             }
         },
-        [] {}, lines);
+        lines);
 }
 
 /// Ticks of the progress dialog's poll while the upload goes on: allocations and calls of the host for each.

@@ -102,7 +102,9 @@ std::optional<Fault> CallInterceptor::recordHostCall(const char* name, FaultKind
 
 std::optional<Fault> CallInterceptor::enterOther(const char* name, FaultKinds kinds) {
     const std::lock_guard lock(mutex_);
-    return record(name, counts_[name], kinds, 0);
+    auto call = counts_.find(name);
+    if (call == counts_.end()) call = counts_.try_emplace(name).first;
+    return record(name, call->second, kinds, 0);
 }
 
 void CallInterceptor::addTime(const std::string& name, Clock::duration time) {

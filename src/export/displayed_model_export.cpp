@@ -21,10 +21,11 @@ using logging::LogWarning;
 using logging::quoted;
 
 bool isSameFile(const fs::path& left, const fs::path& right) {
+    std::error_code error;
+    // Tells two files apart at once; what it takes for one may have two names.
+    if (!fs::equivalent(left, right, error)) return false;
     std::error_code leftMissing;
     std::error_code rightMissing;
-    // Usually there is no copy yet, and one question tells.
-    if (!fs::exists(right, rightMissing)) return false;
     const fs::path canonicalLeft = fs::canonical(left, leftMissing);
     const fs::path canonicalRight = fs::canonical(right, rightMissing);
     return !leftMissing && !rightMissing && canonicalLeft == canonicalRight;

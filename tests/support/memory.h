@@ -21,15 +21,16 @@ void withoutMemory(Action action) {
 
 }  // namespace test_support
 
-void* operator new(std::size_t size) {
+// Not inlined: the compiler would take malloc and delete for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     ++test_support::allocations;
     void* memory = test_support::exhausted ? nullptr : std::malloc(size == 0 ? 1 : size);
     if (memory == nullptr) throw std::bad_alloc();
     return memory;
 }
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }

@@ -81,7 +81,7 @@ class NXOPEN_EXPORT CallInterceptor {
     /// "UF_initialize", "NXOpen::BasePart::Save", "NXOpen::PrintPDFBuilder::Commit".
     const std::vector<std::string_view>& calls() const { return calls_; }
     /// The calls of all neighbours.
-    const std::map<std::string, CallCount>& counts() const { return counts_; }
+    const std::map<std::string, CallCount, std::less<>>& counts() const { return counts_; }
     /// Broken rules, each a sentence: a call on another thread, a call of the C interface outside its bracket, a
     /// bracket or help context left open (asked by the host after each run).
     const std::vector<std::string>& violations() const { return violations_; }
@@ -129,7 +129,7 @@ class NXOPEN_EXPORT CallInterceptor {
     std::vector<DialogTime> dialogTimes_;
     std::thread::id hostThread_ = std::this_thread::get_id();
     std::vector<std::string_view> calls_;
-    std::map<std::string, CallCount> counts_;
+    std::map<std::string, CallCount, std::less<>> counts_;
     std::unordered_map<const char*, CallCount*> countsByLiteral_;  // of the host's calls, to find them fast
     std::vector<Fault> faults_;
     std::vector<std::string> violations_;
