@@ -6,6 +6,8 @@
 #include "ui/message_box.h"
 #include "ui/upload_work.h"
 
+#include <future>
+
 namespace {
 
 using namespace ui_test;
@@ -19,6 +21,21 @@ TEST_F(ProgressDialog, EndsWithItsFixedSentenceWhenThereIsNoMemory) {
     withoutMemory([&] { ui::startUpload(request, state); });
     EXPECT_TRUE(ui::pollProgress(*state).completed);
     EXPECT_TRUE(!state->result.succeeded && state->result.message.empty());
+}
+
+TEST_F(ProgressDialog, PollsWithoutMemoryOrTheHostWhileNothingChanges) {
+    std::promise<void> end;
+    request->executeUpload = [uploaded = end.get_future().share()] { return uploaded.wait(), success(); };
+    host.user = [&](OpenDialog&) {
+        turnMessageLoop(std::chrono::seconds(1));
+        const auto allocations = test_support::allocations;
+        const auto calls = interceptor.calls().size();
+        turnMessageLoop(std::chrono::seconds(2));
+        EXPECT_EQ(test_support::allocations, allocations);
+        EXPECT_EQ(interceptor.calls().size(), calls);
+        end.set_value();
+    };
+    show();
 }
 
 TEST_F(DialogTest, CostsALogLineAndABoxWithoutMemory) {
