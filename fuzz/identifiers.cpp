@@ -1,5 +1,6 @@
 // The identifiers of a part. The first byte says what there is, then come its internal identifier, a line feed, and its
 // attribute PIVRA_ID.
+#include "nx/session.h"
 #include "service/workspaces.h"
 #include "target.h"
 #include "traceability/nx_uuid.h"
@@ -37,11 +38,12 @@ NXOpen::BasePart* partOf(char kind, const std::string& id, const std::string& at
 
 /// Returns the identifier.
 std::string read(NXOpen::BasePart* part, const std::string& id) {
-    auto shown = pivra::resolveDisplayTraceableId(part);
+    nx::PartNames names;
+    auto shown = pivra::resolveDisplayTraceableId(part, names);
     const bool isReplaced = !id.empty() && !isNxUuidFormat(id) && isNxUuidFormat(shown);
     require(shown == id || isReplaced, "only a legacy identifier is replaced, and by a UUID");
     const bool isLegacy = !shown.empty() && !isNxUuidFormat(shown);
-    require(pivra::legacyIdWarningNeeded(part) == isLegacy, "a legacy identifier is warned of");
+    require(pivra::legacyIdWarningNeeded(part, names) == isLegacy, "a legacy identifier is warned of");
     return shown;
 }
 
@@ -49,7 +51,8 @@ void checkRepair(NXOpen::BasePart* part, const std::string& id, const std::strin
     require(sent.empty() != pivra::traceabilityFailureMessage().empty(), "a failed repair is said");
     if (sent.empty()) return;
     writes = 0;
-    require(isNxUuidFormat(sent) && pivra::resolveTraceableId(part) == sent, "a repair gives a UUID and lasts");
+    nx::PartNames names;
+    require(isNxUuidFormat(sent) && pivra::resolveTraceableId(part, names) == sent, "a repair gives a UUID and lasts");
     require(read(part, id) == sent && writes == 0, "a repaired part shows what is sent");
 }
 
@@ -71,7 +74,8 @@ void check(const std::string& input) {
     auto* part = partOf(input[0], id, attribute);
     const auto shown = read(part, id);
     require(writes == 0, "reading never writes");
-    const auto sent = pivra::resolveTraceableId(part);
+    nx::PartNames names;
+    const auto sent = pivra::resolveTraceableId(part, names);
     const bool isDisplayed = (input[0] & 2) != 0;
     if (isDisplayed && !shown.empty() && !isNxUuidFormat(shown)) return checkRepair(part, id, sent);
     require(sent == shown, "what needs no repair is sent as it is shown");

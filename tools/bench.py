@@ -94,7 +94,8 @@ def upload_figures():
 
 
 def shipped(name):
-    """The library as it ships: without symbols."""
+    """The library as it ships: without symbols, and beside the service's."""
+    shutil.copy(WINDOWS / "gopiv-windows-amd64.dll", FOLDER)
     file = FOLDER / name
     output("x86_64-w64-mingw32-strip", "-o", file, WINDOWS / name)
     return file
