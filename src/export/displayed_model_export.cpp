@@ -15,7 +15,6 @@ namespace fs = std::filesystem;
 namespace {
 
 using logging::LogDebug;
-using logging::LogInfo;
 using logging::LogLevel;
 using logging::LogWarning;
 using logging::quoted;

@@ -57,7 +57,7 @@ fs::path findBaseDirectory() {
     if (const auto temp = platform::userTempDirectory()) return *temp;
     const auto localData = platform::environmentPath("LOCALAPPDATA");
     if (localData && !localData->empty()) {
-        const auto temp = *localData / "Temp";
+        auto temp = *localData / "Temp";
         platform::createDirectories(temp);
         return temp;
     }

@@ -22,7 +22,10 @@ std::string Trim(std::string_view text) {
 
 std::string oneLine(std::string text) {
     // Without a branch for each byte: every line of the log comes through here.
-    const auto visible = [](unsigned char c) { return ((c < ' ') & (c != '\t')) | (c == 0x7F) ? ' ' : c; };
+    const auto visible = [](unsigned char c) {
+        const bool isControl = ((c < ' ') & (c != '\t')) | (c == 0x7F);
+        return static_cast<char>(isControl ? ' ' : c);
+    };
     std::transform(text.begin(), text.end(), text.begin(), visible);
     return text;
 }
