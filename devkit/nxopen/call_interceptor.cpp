@@ -26,6 +26,7 @@ void CallInterceptor::reset() {
     countsByLiteral_.clear();
     faults_.clear();
     violations_.clear();
+    dialogTimes_.clear();
     bracketDepth_ = 0;
     bracketRefused_ = false;
     emptied_ = false;

@@ -24,8 +24,7 @@ namespace {
 
 struct LogPlace {
     std::mutex mutex;
-    fs::path directory;
-    fs::path file;  // in the directory; empty while there is none
+    fs::path file;  // in the log directory; empty while there is none
     std::string stamp;
     std::time_t stampedSecond = 0;  // the stamp's; 0 before the first line
 };
@@ -169,7 +168,6 @@ void setCurrentLevel(LogLevel level) {
 void setLogDirectory(const fs::path& directory) {
     auto& log = place();
     const std::lock_guard lock(log.mutex);
-    log.directory = directory;
     log.file = ResolveLogPath(directory, logFileName);
     log.stampedSecond = 0;
     if (!directory.empty()) platform::createDirectories(directory);
@@ -177,7 +175,7 @@ void setLogDirectory(const fs::path& directory) {
 
 fs::path LogFilePath(const fs::path& fileName) {
     const std::lock_guard lock(place().mutex);
-    return ResolveLogPath(place().directory, fileName);
+    return ResolveLogPath(place().file.parent_path(), fileName);
 }
 
 bool IsLogFilePresent() {

@@ -113,7 +113,7 @@ TEST(BuiltLibrary, canBeLoadedRunAndUnloadedManyTimes) {
     const Held first = held();
     for (std::ptrdiff_t round = warmUp; round < rounds; ++round) useOnce();
     const Held last = held();
-    constexpr std::ptrdiff_t log = 2'048;  // its folder, file and latest second outlive every thread
+    constexpr std::ptrdiff_t log = 1'024;  // its file and latest second outlive every thread
 #ifdef __MINGW32__
     // Left by its run time with every library that locks a mutex.
     const Held perRound{2, 0, 0, 75'610 + log};
