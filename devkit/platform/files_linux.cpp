@@ -95,14 +95,14 @@ std::uintmax_t fileSizeBytes(const fs::path& file) {
     return size;
 }
 
-FileTime lastWriteTime(const fs::path& file) {
+std::optional<FileFacts> fileFacts(const fs::path& file) {
+    if (injectedError("platform::fileFacts", kinds::look, file)) return std::nullopt;
     struct stat status {};
-    std::error_code error = injectedError("platform::lastWriteTime", kinds::look, file);
-    if (!error && ::stat(file.c_str(), &status) != 0) error = lastError();
-    if (error) throw fs::filesystem_error("last_write_time", file, error);
+    if (::lstat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
     const auto sinceEpoch =
         std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec);
-    return FileTime(std::chrono::duration_cast<FileTime::duration>(sinceEpoch));
+    return FileFacts{static_cast<std::uintmax_t>(status.st_size),
+                     FileTime(std::chrono::duration_cast<FileTime::duration>(sinceEpoch))};
 }
 
 bool isRegularFile(const fs::path& file) {

@@ -57,7 +57,8 @@ fs::path ExportRun::directory() const {
 
 fs::path ExportRun::placeFor(const std::string& source) {
     const std::string name = platform::lastPathComponent(source);
-    fs::path folder = directory();
+    if (folder_.empty()) folder_ = directory();
+    fs::path folder = folder_;
     const std::size_t use = ++uses_[foldedName(name)];
     if (use > 1) {
         folder /= std::to_string(use);

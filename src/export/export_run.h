@@ -42,13 +42,17 @@ class ExportRun {
     /// The displayed part's identifier in the run's form. It is resolved once a run, since resolving for upload may
     /// save that part.
     const std::string& sessionKey() const { return sessionKey_; }
-    void setSessionKey(std::string sessionKey) { sessionKey_ = std::move(sessionKey); }
+    void setSessionKey(std::string sessionKey) {
+        sessionKey_ = std::move(sessionKey);
+        folder_.clear();
+    }
 
     /// The folder of the session key. Throws as sessionTempDirectory().
     std::filesystem::path directory() const;
 
-    /// Where a copy of the native file `source` (UTF-8) goes: the folder, under the file's own name. Another file of
-    /// the same name goes into a numbered folder below, which is created. Throws as directory().
+    /// Where a copy of the native file `source` (UTF-8) goes: the folder, which is asked for once a run, under the
+    /// file's own name. Another file of the same name goes into a numbered folder below, which is created. Throws as
+    /// directory().
     std::filesystem::path placeFor(const std::string& source);
 
     /// The copy of `source` that this run has made; null when it made none.
@@ -58,6 +62,7 @@ class ExportRun {
  private:
     IdentifierForm form_;
     std::string sessionKey_;
+    std::filesystem::path folder_;  // of the copies; empty before the first
     nx::PartNames names_;
     std::optional<bool> isDrawing_;
     std::unordered_map<NXOpen::BasePart*, AssemblyComponents> components_;

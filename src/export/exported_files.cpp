@@ -22,11 +22,10 @@ bool isSupported(const std::string& name) {
 void addFile(const fs::path& path, std::vector<ExportedFile>& files) {
     const std::string name = platform::utf8FromPath(path);
     if (!isSupported(name)) return;
-    std::optional<platform::FileFacts> facts;
-    const auto error = platform::errorOf([&] { facts = platform::fileFacts(path); });
-    if (facts) return files.push_back({path, *facts});
+    if (const auto facts = platform::fileFacts(path)) return files.push_back({path, *facts});
+    const auto error = platform::errorOf([&] { platform::fileSizeBytes(path); });
     logging::LogWarning("Exported file could not be read and is passed over:", logging::quoted("path", name),
-                        logging::quoted("error", error ? *error : "it is no longer there"));
+                        logging::quoted("error", error ? *error : "it is no ordinary file now"));
 }
 
 bool isBetter(const ExportedFile& left, const ExportedFile& right) {

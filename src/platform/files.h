@@ -29,9 +29,6 @@ std::uintmax_t fileSizeBytes(const std::filesystem::path& file);
 /// A moment of the system clock, as fine as the file system keeps it (100 ns on NTFS).
 using FileTime = std::chrono::system_clock::time_point;
 
-/// Last write time of `file`. Any thread. Throws std::filesystem::filesystem_error of the operation "last_write_time".
-FileTime lastWriteTime(const std::filesystem::path& file);
-
 /// True for an ordinary file: it exists and is no directory, symbolic link or mount point. False as well when its
 /// status cannot be read. Any thread; throws only when memory runs out.
 bool isRegularFile(const std::filesystem::path& file);
@@ -50,8 +47,8 @@ struct FileFacts {
     FileTime written;
 };
 
-/// The facts of the ordinary file `file`; absent when there is none, also when it vanishes during the call. Throws as
-/// fileSizeBytes() and lastWriteTime() for a file that exists but cannot be read. Any thread.
+/// The facts of the ordinary file `file`, by one call of the system; absent when there is none, and when the system
+/// does not tell. Any thread; throws only when memory runs out.
 std::optional<FileFacts> fileFacts(const std::filesystem::path& file);
 
 /// What there is of a name, links followed.

@@ -11,12 +11,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-WIN32_FILE_ATTRIBUTE_DATA attributesOf(const fs::path& file, const char* operation) {
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(extendedPath(file).c_str(), GetFileExInfoStandard, &data)) {
-        throw fs::filesystem_error(operation, file, lastError());
-    }
-    return data;
+bool isOrdinary(DWORD attributes, const std::wstring& name) {
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && !isLink(attributes, name);
+}
+
+std::uintmax_t sizeOf(const WIN32_FILE_ATTRIBUTE_DATA& file) {
+    return (static_cast<std::uintmax_t>(file.nFileSizeHigh) << 32) | file.nFileSizeLow;
 }
 
 /// Opens an existing file or folder and lets others use it as `sharing` says; null when that fails.
@@ -74,14 +74,18 @@ void copyFile(const fs::path& from, const fs::path& to) {
 }
 
 std::uintmax_t fileSizeBytes(const fs::path& file) {
-    const auto data = attributesOf(file, "file_size");
-    return (static_cast<std::uintmax_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (GetFileAttributesExW(extendedPath(file).c_str(), GetFileExInfoStandard, &data)) return sizeOf(data);
+    throw fs::filesystem_error("file_size", file, lastError());
 }
 
-FileTime lastWriteTime(const fs::path& file) {
-    const auto data = attributesOf(file, "last_write_time");
+std::optional<FileFacts> fileFacts(const fs::path& file) {
+    const auto name = extendedPath(file);
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)) return std::nullopt;
+    if (!isOrdinary(data.dwFileAttributes, name)) return std::nullopt;
     const auto ticks = joinTicks(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime);
-    return FileTime(std::chrono::duration_cast<FileTime::duration>(ticks - from1601To1970));
+    return FileFacts{sizeOf(data), FileTime(std::chrono::duration_cast<FileTime::duration>(ticks - from1601To1970))};
 }
 
 void setLastWriteTime(const fs::path& file, FileTime time) {
@@ -109,8 +113,7 @@ std::optional<std::string> readFile(const fs::path& file) {
 bool isRegularFile(const fs::path& file) {
     const auto name = extendedPath(file);
     const DWORD attributes = GetFileAttributesW(name.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
-           !isLink(attributes, name);
+    return attributes != INVALID_FILE_ATTRIBUTES && isOrdinary(attributes, name);
 }
 
 PathKind pathKind(const fs::path& path, std::error_code& error) {

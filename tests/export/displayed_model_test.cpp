@@ -38,7 +38,7 @@ TEST_F(DisplayedModel, nativePartHasTheTimesOfItsFile) {
     const auto& bolt = addNative("bolt", "bolt.prt", std::string(1048576, 'x'));
     display(bolt);
     const auto metadata = pivra::readDisplayedModelMetadata();
-    const auto written = platform::lastWriteTime(platform::pathFromUtf8(bolt.fullPath));
+    const auto written = platform::fileFacts(platform::pathFromUtf8(bolt.fullPath))->written;
     EXPECT_EQ(metadata->lastModified, pivra::formatDisplayTime(written));
     EXPECT_EQ(metadata->lastModifiedUtc, pivra::formatUtcTime(written));
     EXPECT_EQ(metadata->uploadFileName, "bolt.prt");
@@ -55,7 +55,7 @@ TEST_F(DisplayedModel, managedAssemblyHasTheNewestTimeOfItsFiles) {
     display(frame);
     const auto metadata = pivra::readDisplayedModelMetadata();
     EXPECT_EQ(metadata->fileSizeMb, 1.5);
-    EXPECT_EQ(metadata->lastModifiedUtc, pivra::formatUtcTime(platform::lastWriteTime(member)));
+    EXPECT_EQ(metadata->lastModifiedUtc, pivra::formatUtcTime(platform::fileFacts(member)->written));
 }
 
 TEST_F(DisplayedModel, changesSinceTheReadingAreSeen) {
@@ -66,7 +66,9 @@ TEST_F(DisplayedModel, changesSinceTheReadingAreSeen) {
     nut.modified = true;
     nut.fullPath += ".jt";
     place(frame, {"nut"});
+    fs::resize_file(platform::pathFromUtf8(frame.fullPath), 1 << 20);
     pivra::prepareUploadFiles(metadata);
+    EXPECT_EQ(metadata->fileSizeMb, 1.0);
     EXPECT_TRUE(metadata->isAssembly && metadata->hasUnsavedChanges && metadata->hasUnsupportedFileTypes);
 }
 
