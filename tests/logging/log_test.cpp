@@ -137,7 +137,8 @@ TEST_F(Log, timesCarryTheOffsetOfTheZone) {
 
 TEST(LogPath, absoluteValuesStandAndOthersAreJoined) {
     const fs::path base = fs::path("base") / "logs";
-    for (const char* absolute : {"C:\\x\\a.log", "z:/a.log", "\\\\server\\share", "//server/share", "\\/server"}) {
+    for (const char* absolute :
+         {"A:\\x\\a.log", "Z:/b", "a:/a.log", "z:/a.log", "\\\\server\\share", "//server/share", "\\/server"}) {
         EXPECT_EQ(logging::ResolveLogPath(base, absolute).native(), fs::path(absolute).native());
     }
     for (const char* relative : {"a/b.log", "1:a", ":"}) {
