@@ -36,9 +36,8 @@ void* loadLibrary(const std::string& path) {
     void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     const std::string reason = library == nullptr ? dlerror() : "";
 #endif
-    if (library == nullptr) {
+    if (library == nullptr)
         throw std::runtime_error("The service library \"" + path + "\" cannot be loaded: " + reason + ".");
-    }
     return library;
 }
 
@@ -53,9 +52,8 @@ void* findFunction(void* library, const char* name) {
 template <class Function>
 Function* nativeFunction(void* library, const std::string& path, const char* name) {
     void* address = findFunction(library, name);
-    if (address == nullptr) {
+    if (address == nullptr)
         throw std::runtime_error("The service library \"" + path + "\" lacks the entry point " + name + ".");
-    }
     return reinterpret_cast<Function*>(address);
 }
 

@@ -30,12 +30,8 @@ void writeLog(ICppPivLogger& logger, const std::string& level, const std::string
 /// The "result" of an answer. An "error" is thrown: its text, or UnknownFailure when it has none.
 json resultOf(const json& answer) {
     const auto error = answer.find("error");
-    if (error == answer.end()) {
-        return answer.at("result");
-    }
-    if (error->is_null()) {
-        throw UnknownFailure{};
-    }
+    if (error == answer.end()) return answer.at("result");
+    if (error->is_null()) throw UnknownFailure{};
     throw std::runtime_error(error->get<std::string>());
 }
 
@@ -52,17 +48,17 @@ Result resultOfCall(CppPivBridgeInterface& bridge, const std::string& operation,
     }
 }
 
-/// Passes the call interceptor, whose faults are the service's.
+/// Passes the call interceptor, whose faults are the service's. `name` is "cpp_piv::" and the operation.
 template <class Result>
-Result perform(CppPivBridgeInterface& bridge, const std::string& operation, const json& request) {
+Result perform(CppPivBridgeInterface& bridge, const char* name, const json& request) {
     using devkit::FaultKind;
-    const std::string name = "cpp_piv::" + operation;
+    const auto operation = std::string(name).substr(std::string_view("cpp_piv::").size());
     const devkit::NeighbourTime time(name);
     static constexpr std::array kinds{FaultKind::error, FaultKind::unknown, FaultKind::late, FaultKind::cutOff,
                                       FaultKind::empty};
     // What returns nothing has no empty answer.
     const auto possible = std::span(kinds).first(std::is_same_v<Result, json> ? kinds.size() - 1 : kinds.size());
-    const auto fault = devkit::CallInterceptor::instance().enterOther(name.c_str(), possible);
+    const auto fault = devkit::CallInterceptor::instance().enterOther(name, possible);
     if (!fault) return resultOfCall<Result>(bridge, operation, request);
     if (fault->kind == FaultKind::error) throw std::runtime_error(fault->message);
     if (fault->kind == FaultKind::unknown) throw UnknownFailure{};
@@ -84,28 +80,28 @@ CppPivClient::CppPivClient(std::shared_ptr<CppPivBridgeInterface> bridge, std::s
 }
 
 void CppPivClient::initialize(const CppPivInitializeOptions& options) {
-    perform<json>(*bridge_, "initialize", options);
+    perform<json>(*bridge_, "cpp_piv::initialize", options);
 }
 
 std::string CppPivClient::localAuthFlowAuthorize() {
-    return perform<std::string>(*bridge_, "authorize", json::object());
+    return perform<std::string>(*bridge_, "cpp_piv::authorize", json::object());
 }
 
 CppPivLocalAuthTokens CppPivClient::localAuthFlowComplete() {
-    return perform<CppPivLocalAuthTokens>(*bridge_, "complete", json::object());
+    return perform<CppPivLocalAuthTokens>(*bridge_, "cpp_piv::complete", json::object());
 }
 
 CppPivUser CppPivClient::getCurrentUser(const std::string& accessToken) const {
-    return perform<CppPivUser>(*bridge_, "currentUser", json::object({{"accessToken", accessToken}}));
+    return perform<CppPivUser>(*bridge_, "cpp_piv::currentUser", json::object({{"accessToken", accessToken}}));
 }
 
 std::string CppPivClient::localAuthFlowLogout() {
-    return perform<std::string>(*bridge_, "logout", json::object());
+    return perform<std::string>(*bridge_, "cpp_piv::logout", json::object());
 }
 
 std::vector<CppPivWorkspace> CppPivClient::listWorkspaces(const std::string& accessToken,
                                                           const std::string& filter) const {
-    return perform<std::vector<CppPivWorkspace>>(*bridge_, "listWorkspaces",
+    return perform<std::vector<CppPivWorkspace>>(*bridge_, "cpp_piv::listWorkspaces",
                                                  {{"accessToken", accessToken}, {"filter", filter}});
 }
 
@@ -113,7 +109,7 @@ std::vector<CppPivFindRevisionResult> CppPivClient::findRevision(
     const std::string& accessToken, std::int64_t workspaceId, const std::string& fileId,
     const std::string& sourceVersion, const std::string& revision, const std::string& fileName, bool includeDeleted,
     bool latestOnly, bool isAssembly, bool exactMatch) const {
-    return perform<std::vector<CppPivFindRevisionResult>>(*bridge_, "findRevision",
+    return perform<std::vector<CppPivFindRevisionResult>>(*bridge_, "cpp_piv::findRevision",
                                                           {{"accessToken", accessToken},
                                                            {"workspaceId", workspaceId},
                                                            {"fileId", fileId},
@@ -127,13 +123,13 @@ std::vector<CppPivFindRevisionResult> CppPivClient::findRevision(
 }
 
 CppPivDirectory CppPivClient::getRootDirectory(const std::string& accessToken, std::int64_t workspaceId) const {
-    return perform<CppPivDirectory>(*bridge_, "rootDirectory",
+    return perform<CppPivDirectory>(*bridge_, "cpp_piv::rootDirectory",
                                     {{"accessToken", accessToken}, {"workspaceId", workspaceId}});
 }
 
 CppPivUploadResult CppPivClient::upload(const std::string& accessToken, const CppPivUploadPayload& payload,
                                         bool replace) const {
-    return perform<CppPivUploadResult>(*bridge_, "upload",
+    return perform<CppPivUploadResult>(*bridge_, "cpp_piv::upload",
                                        {{"accessToken", accessToken}, {"payload", payload}, {"replace", replace}});
 }
 

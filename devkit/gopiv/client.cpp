@@ -31,17 +31,14 @@ constexpr std::array<std::pair<std::string_view, Operation>, 8> operations{
 Operation operationNamed(std::string_view name) {
     const auto found = std::find_if(operations.begin(), operations.end(),
                                     [name](const auto& operation) { return operation.first == name; });
-    if (found == operations.end()) {
-        throw Refusal("There is no operation '" + std::string(name) + "'.");
-    }
+    if (found == operations.end()) throw Refusal("There is no operation '" + std::string(name) + "'.");
     return found->second;
 }
 
 std::string versionsText(const json& versions) {
     std::string text;
-    for (const auto& [name, version] : versions.items()) {
+    for (const auto& [name, version] : versions.items())
         text += (text.empty() ? "" : ", ") + name + " " + version.get<std::string>();
-    }
     return text;
 }
 
@@ -58,9 +55,7 @@ std::string oneLine(std::string text) {
 }  // namespace
 
 Client::~Client() {
-    if (service_) {
-        service_->signIns().close();
-    }
+    if (service_) service_->signIns().close();
     std::unique_lock lock(mutex_);
     closing_ = true;
     changed_.notify_all();
@@ -74,9 +69,7 @@ void Client::setLog(gopiv_log_function function, void* context) {
 
 void Client::log(const std::string& level, const std::string& text) {
     logToFile(level, text);
-    if (logFunction_ != nullptr) {
-        logFunction_(logContext_, level.c_str(), oneLine(text).c_str());
-    }
+    if (logFunction_ != nullptr) logFunction_(logContext_, level.c_str(), oneLine(text).c_str());
 }
 
 void Client::logToFile(const std::string& level, const std::string& text) {
@@ -144,37 +137,26 @@ json Client::perform(const std::string& operation, const json& request, int numb
             "This development library reaches only its embedded development service: set \"pivra_nx_server_url = "
             "http://127.0.0.1:0/?data=<percent-encoded folder>\" in pivra.properties.");
     }
-    if (operation == "complete") {
-        service_->signIns().wait();
-    }
+    if (operation == "complete") service_->signIns().wait();
     const Misbehaviour misbehaviour = service_->data().misbehaviour(operation, number);
     wait(std::chrono::milliseconds(misbehaviour.delayMs));
-    if (misbehaviour.emptyError) {
-        throw SilentRefusal{};
-    }
-    if (!misbehaviour.error.is_null()) {
-        throw Refusal(misbehaviour.error.get<std::string>());
-    }
+    if (misbehaviour.emptyError) throw SilentRefusal{};
+    if (!misbehaviour.error.is_null()) throw Refusal(misbehaviour.error.get<std::string>());
     json result = (*service_.*operationNamed(operation))(request, misbehaviour);
-    if (misbehaviour.disconnect) {
-        throw Refusal("The connection to the Pivra service was lost.");
-    }
+    if (misbehaviour.disconnect) throw Refusal("The connection to the Pivra service was lost.");
     return result;
 }
 
 void Client::wait(std::chrono::milliseconds time) {
     std::unique_lock lock(mutex_);
-    if (changed_.wait_for(lock, time, [this] { return closing_; })) {
+    if (changed_.wait_for(lock, time, [this] { return closing_; }))
         throw Refusal("The service client is being closed.");
-    }
 }
 
 json Client::status() const {
     const std::lock_guard lock(mutex_);
     json counts = json::object();
-    for (const auto& [operation, count] : calls_) {
-        counts[operation] = {{"active", count.active}};
-    }
+    for (const auto& [operation, count] : calls_) counts[operation] = {{"active", count.active}};
     return {{"activeCalls", activeCalls_}, {"operations", counts}};
 }
 

@@ -24,9 +24,7 @@ gopiv_client* gopiv_create(void) {
 }
 
 void gopiv_destroy(gopiv_client* client) {
-    if (!processIsEnding) {
-        delete client;
-    }
+    if (!processIsEnding) delete client;
 }
 
 void gopiv_set_log(gopiv_client* client, gopiv_log_function log, void* context) {

@@ -20,13 +20,11 @@ HttpResponse plainText(int status, const std::string& text) {
 }
 
 HttpResponse responseTo(const HttpHandler& handler, const RequestMessage& message, const std::string& authority) try {
-    if (message[http::field::host] != authority) {
+    if (message[http::field::host] != authority)
         return plainText(421, "This service has no other name than " + authority + ".");
-    }
     const std::string origin(message[http::field::origin]);
-    if (!origin.empty() && origin != "http://" + authority) {
+    if (!origin.empty() && origin != "http://" + authority)
         return plainText(403, "Only this service's own pages may ask this.");
-    }
     return handler(requestFrom(message));
 } catch (const std::exception& error) {
     return plainText(500, error.what());
@@ -39,9 +37,7 @@ ResponseMessage answer(const HttpHandler& handler, const RequestMessage& request
     ResponseMessage message(static_cast<http::status>(response.status), 11, response.body);
     message.set(http::field::content_type, response.contentType);
     message.set(http::field::cache_control, "no-store");
-    if (!response.location.empty()) {
-        message.set(http::field::location, response.location);
-    }
+    if (!response.location.empty()) message.set(http::field::location, response.location);
     message.keep_alive(false);
     message.prepare_payload();
     return message;

@@ -27,9 +27,7 @@ struct Address {
 
 Address parseAddress(const std::string& address) {
     static const std::string scheme = "http://";
-    if (!address.starts_with(scheme)) {
-        throw std::runtime_error("Not an http address: " + address);
-    }
+    if (!address.starts_with(scheme)) throw std::runtime_error("Not an http address: " + address);
     const std::size_t targetStart = std::min(address.find('/', scheme.size()), address.size());
     const std::string authority = address.substr(scheme.size(), targetStart - scheme.size());
     const std::size_t colon = std::min(authority.find(':'), authority.size());
@@ -71,11 +69,10 @@ std::string percentEncode(std::string_view text) {
     std::string encoded;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (unreserved.find(c) != std::string_view::npos) {
+        if (unreserved.find(c) != std::string_view::npos)
             encoded += c;
-        } else {
+        else
             encoded += {'%', digits[byte >> 4U], digits[byte & 15U]};
-        }
     }
     return encoded;
 }
@@ -111,9 +108,8 @@ Fields parseFields(const std::string& text) {
     for (std::string field; std::getline(stream, field, '&');) {
         std::replace(field.begin(), field.end(), '+', ' ');
         const std::size_t equals = field.find('=');
-        if (equals != std::string::npos) {
+        if (equals != std::string::npos)
             fields[percentDecode(field.substr(0, equals))] = percentDecode(field.substr(equals + 1));
-        }
     }
     return fields;
 }

@@ -19,21 +19,15 @@ std::string textOf(const json& value) {
 mustache::data templateData(const json& value) {
     if (value.is_object()) {
         mustache::data object(mustache::data::type::object);
-        for (const auto& [name, member] : value.items()) {
-            object.set(name, templateData(member));
-        }
+        for (const auto& [name, member] : value.items()) object.set(name, templateData(member));
         return object;
     }
     if (value.is_array()) {
         mustache::data list(mustache::data::type::list);
-        for (const json& entry : value) {
-            list.push_back(templateData(entry));
-        }
+        for (const json& entry : value) list.push_back(templateData(entry));
         return list;
     }
-    if (value.is_boolean()) {
-        return value.get<bool>();
-    }
+    if (value.is_boolean()) return value.get<bool>();
     return textOf(value);
 }
 
@@ -81,9 +75,7 @@ json described(json revision) {
 /// A number with its digits in groups of three.
 std::string grouped(const json& number) {
     std::string digits = number.dump();
-    for (std::size_t place = 3; place < digits.size(); place += 4) {
-        digits.insert(digits.size() - place, ",");
-    }
+    for (std::size_t place = 3; place < digits.size(); place += 4) digits.insert(digits.size() - place, ",");
     return digits;
 }
 
@@ -102,37 +94,25 @@ HttpResponse notFound() {
 }  // namespace
 
 HttpResponse Service::page(HttpRequest& request) {
-    if (request.path == "/authorize") {
+    if (request.path == "/authorize")
         return request.method == "POST" ? signInAnswer(request.fields) : signInPage(request.fields);
-    }
-    if (request.path == "/callback") {
-        return callback(request.fields);
-    }
-    if (request.path == "/signed-out") {
-        return message("You are signed out", "You can close this page.");
-    }
-    if (request.path == "/") {
-        return overviewPage();
-    }
-    if (request.path == "/models") {
-        return revisionPage(request.fields["revisionId"]);
-    }
+    if (request.path == "/callback") return callback(request.fields);
+    if (request.path == "/signed-out") return message("You are signed out", "You can close this page.");
+    if (request.path == "/") return overviewPage();
+    if (request.path == "/models") return revisionPage(request.fields["revisionId"]);
     return request.path == "/dev/status" ? statusReport() : notFound();
 }
 
 HttpResponse Service::signInPage(devkit::Fields& query) {
-    if (!signIns_.isWaiting(query["state"])) {
+    if (!signIns_.isWaiting(query["state"]))
         return deadEnd("This sign-in is unknown or has been answered already. Start the sign-in again from NX.");
-    }
     return {document("Sign in to Pivra", templates::sign_in,
                      {{"clientId", clientId_}, {"user", userLabel(data().user)}, {"state", query["state"]}})};
 }
 
 HttpResponse Service::signInAnswer(devkit::Fields& form) {
     const auto code = signIns_.answer(form["state"], form["decision"] == "accept");
-    if (!code) {
-        return deadEnd("This form has been sent already. Start the sign-in again from NX.");
-    }
+    if (!code) return deadEnd("This form has been sent already. Start the sign-in again from NX.");
     devkit::Fields query = {{"state", form["state"]}};
     query[code->empty() ? "error" : "code"] = code->empty() ? "access_denied" : *code;
     return {"", 302, "/callback?" + devkit::encodeFields(query)};
@@ -140,9 +120,8 @@ HttpResponse Service::signInAnswer(devkit::Fields& form) {
 
 HttpResponse Service::callback(devkit::Fields& query) {
     const std::string code = query["code"];
-    if (!signIns_.finish(query["state"], code)) {
+    if (!signIns_.finish(query["state"], code))
         return deadEnd("This sign-in is unknown or has ended already. Start the sign-in again from NX.");
-    }
     return code.empty() ? message("Sign-in refused", "You were not signed in. Return to NX.")
                         : message("You are signed in", "Return to NX. You can close this page.");
 }
@@ -153,11 +132,8 @@ HttpResponse Service::overviewPage() const {
     json workspaces = json::array();
     for (const Workspace& workspace : known.workspaces) {
         json listed = json::array();
-        for (const json& revision : revisions) {
-            if (revision["workspaceId"] == workspace.id) {
-                listed.push_back(described(revision));
-            }
-        }
+        for (const json& revision : revisions)
+            if (revision["workspaceId"] == workspace.id) listed.push_back(described(revision));
         workspaces.push_back({{"name", labelOf(workspace)}, {"empty", listed.empty()}, {"revisions", listed}});
     }
     return {document("Workspaces", templates::workspaces, {{"workspaces", workspaces}})};
@@ -169,14 +145,9 @@ HttpResponse Service::revisionPage(const std::string& id) const {
         if (revision["revisionId"].dump() == id) {
             json values = described(revision);
             values["workspace"] = revision["workspaceId"];
-            for (const Workspace& workspace : known.workspaces) {
-                if (workspace.id == revision["workspaceId"]) {
-                    values["workspace"] = labelOf(workspace);
-                }
-            }
-            for (json& file : values["files"]) {
-                file["size"] = file.contains("size") ? grouped(file["size"]) : "";
-            }
+            for (const Workspace& workspace : known.workspaces)
+                if (workspace.id == revision["workspaceId"]) values["workspace"] = labelOf(workspace);
+            for (json& file : values["files"]) file["size"] = file.contains("size") ? grouped(file["size"]) : "";
             return {document(values["title"], templates::revision, values)};
         }
     }

@@ -19,65 +19,53 @@ constexpr const char* descriptionFile = "revision.json";
 
 std::string readBytes(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        throw Refusal("The file " + utf8(file) + " cannot be read.");
-    }
+    if (!stream) throw Refusal("The file " + utf8(file) + " cannot be read.");
     std::ostringstream bytes;
     bytes << stream.rdbuf();
     return bytes.str();
 }
 
 void writeBytes(const fs::path& file, const std::string& bytes) {
-    if (!devkit::writeWholeFile(file, bytes)) {
-        throw Refusal("The file " + utf8(file) + " cannot be written.");
-    }
+    if (!devkit::writeWholeFile(file, bytes)) throw Refusal("The file " + utf8(file) + " cannot be written.");
 }
 
 /// The name under which a file is stored: a plain name that leads nowhere else.
 std::string plainName(const json& file) {
     const std::string given = file.value("fileName", "");
     const std::string& name = given.empty() ? utf8(pathOf(file.value("path", "")).filename()) : given;
-    if (name.find_first_of("\\/:*?\"<>|\n") != std::string::npos || name.find_first_not_of('.') == std::string::npos) {
+    if (name.find_first_of("\\/:*?\"<>|\n") != std::string::npos || name.find_first_not_of('.') == std::string::npos)
         throw Refusal("\"" + name + "\" is no name for an uploaded file.");
-    }
     return name;
 }
 
 /// `name`, or when `folder` has that already the same name in the first free numbered folder below. "/" separates them.
 std::string freePlace(const fs::path& folder, const std::string& name) {
     std::string place = name;
-    for (int number = 2; place == descriptionFile || fs::exists(folder / pathOf(place)); ++number) {
+    for (int number = 2; place == descriptionFile || fs::exists(folder / pathOf(place)); ++number)
         place = std::to_string(number) + "/" + name;
-    }
     return place;
 }
 
 /// The line of uploads.jsonl: the description without what differs from run to run.
 std::string uploadLine(json revision) {
     revision.erase("createdAt");
-    for (json& file : revision["files"]) {
-        file.erase("storedAs");
-    }
+    for (json& file : revision["files"]) file.erase("storedAs");
     return revision.dump() + "\n";
 }
 
 }  // namespace
 
 json RevisionStore::revisions(json earlier) const {
-    for (std::int64_t id = firstId; fs::exists(revisionFolder(id)); ++id) {
-        if (std::ifstream stream(revisionFolder(id) / descriptionFile, std::ios::binary); stream) {
+    for (std::int64_t id = firstId; fs::exists(revisionFolder(id)); ++id)
+        if (std::ifstream stream(revisionFolder(id) / descriptionFile, std::ios::binary); stream)
             earlier.push_back(json::parse(stream));
-        }
-    }
     return earlier;
 }
 
 std::int64_t RevisionStore::reserve() const {
     fs::create_directories(folder_ / "revisions");
     std::int64_t id = firstId;
-    while (!fs::create_directory(revisionFolder(id))) {
-        ++id;
-    }
+    while (!fs::create_directory(revisionFolder(id))) ++id;
     return id;
 }
 

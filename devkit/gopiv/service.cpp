@@ -19,9 +19,7 @@ json localFiles(const json& payload) {
     json files = json::array();
     std::copy_if(payload.at("files").begin(), payload.at("files").end(), std::back_inserter(files),
                  [](const json& file) { return file.at("path") != ""; });
-    if (files.empty()) {
-        throw Refusal("The upload has no files.");
-    }
+    if (files.empty()) throw Refusal("The upload has no files.");
     return files;
 }
 
@@ -46,9 +44,7 @@ std::optional<ServiceAddress> parseServiceAddress(const std::string& serverUrl) 
     int dataStart = 0;
     std::sscanf(serverUrl.c_str(), "http://127.0.0.1:%5u/?data=%n", &port, &dataStart);
     const std::string folder = devkit::percentDecode(serverUrl.substr(static_cast<std::size_t>(dataStart)));
-    if (dataStart == 0 || port > 65535 || folder.empty()) {
-        return std::nullopt;
-    }
+    if (dataStart == 0 || port > 65535 || folder.empty()) return std::nullopt;
     return ServiceAddress{static_cast<unsigned short>(port), pathOf(folder)};
 }
 
@@ -61,9 +57,7 @@ Service::Service(ServiceAddress address, std::string clientId, std::function<Jso
       onPage_(std::move(onPage)) {}
 
 json Service::authorize(const Json&, const Misbehaviour& misbehaviour) {
-    if (misbehaviour.emptyAddress || !misbehaviour.address.empty()) {
-        return misbehaviour.address;
-    }
+    if (misbehaviour.emptyAddress || !misbehaviour.address.empty()) return misbehaviour.address;
     const std::string address = origin();
     return address + "/authorize?" +
            encodeFields({{"client_id", clientId_},
@@ -74,9 +68,7 @@ json Service::authorize(const Json&, const Misbehaviour& misbehaviour) {
 }
 
 json Service::complete(const Json&, const Misbehaviour& misbehaviour) {
-    if (misbehaviour.emptyToken) {
-        return {{"accessToken", ""}, {"refreshToken", ""}, {"idToken", ""}};
-    }
+    if (misbehaviour.emptyToken) return {{"accessToken", ""}, {"refreshToken", ""}, {"idToken", ""}};
     const std::string token = randomSecret();
     const std::lock_guard lock(mutex_);
     tokens_.insert(token);
@@ -100,11 +92,8 @@ json Service::listWorkspaces(const Json& request, const Misbehaviour&) {
     requireToken(request);
     const ServiceData known = data();
     json workspaces = json::array();
-    for (const Workspace& workspace : known.workspaces) {
-        if (boost::icontains(workspace.name, request.value("filter", ""))) {
-            workspaces.push_back(workspace.record);
-        }
-    }
+    for (const Workspace& workspace : known.workspaces)
+        if (boost::icontains(workspace.name, request.value("filter", ""))) workspaces.push_back(workspace.record);
     return workspaces;
 }
 
@@ -113,14 +102,9 @@ json Service::findRevision(const Json& request, const Misbehaviour&) {
     const ServiceData known = data();
     const std::int64_t workspaceId = known.workspace(request.at("workspaceId")).id;
     json matches = json::array();
-    for (const json& revision : store_.revisions(known.revisions)) {
-        if (revision.at("workspaceId") == workspaceId) {
-            collectMatches(revision, request, matches);
-        }
-    }
-    if (request.value("latestOnly", false) && matches.size() > 1) {
-        matches = json::array({matches.back()});
-    }
+    for (const json& revision : store_.revisions(known.revisions))
+        if (revision.at("workspaceId") == workspaceId) collectMatches(revision, request, matches);
+    if (request.value("latestOnly", false) && matches.size() > 1) matches = json::array({matches.back()});
     const std::string revision = request.value("revision", "");
     json found = json::array();
     std::copy_if(matches.begin(), matches.end(), std::back_inserter(found),
@@ -148,9 +132,8 @@ json Service::upload(const Json& request, const Misbehaviour& misbehaviour) {
     const json files = localFiles(payload);
     const std::int64_t id = store_.reserve();
     json revision = {{"workspaceId", workspaceId}, {"directoryId", directoryId}, {"revisionId", id}};
-    for (const char* member : {"fileName", "revision", "lastModified", "sourceVersion", "sourceRevision"}) {
+    for (const char* member : {"fileName", "revision", "lastModified", "sourceVersion", "sourceRevision"})
         revision[member] = payload.value(member, json());
-    }
     revision["createdAt"] = utcNow();
     revision["files"] = storeFiles(id, files, misbehaviour);
     store_.commit(revision);
@@ -194,9 +177,8 @@ std::string Service::origin() {
 
 void Service::requireToken(const Json& request) const {
     const std::lock_guard lock(mutex_);
-    if (tokens_.count(request.at("accessToken").get<std::string>()) == 0) {
+    if (tokens_.count(request.at("accessToken").get<std::string>()) == 0)
         throw Refusal("The access token is not valid.");
-    }
 }
 
 }  // namespace gopiv

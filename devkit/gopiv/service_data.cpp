@@ -22,9 +22,7 @@ static void from_json(const json& record, Workspace& workspace) {
 namespace {
 
 void require(bool holds, const std::string& rule) {
-    if (!holds) {
-        throw Refusal("service.json of the development service: " + rule);
-    }
+    if (!holds) throw Refusal("service.json of the development service: " + rule);
 }
 
 json sampleData() {
@@ -92,11 +90,8 @@ json storedRevisions(const json& given) {
 Misbehaviour ServiceData::misbehaviour(const std::string& operation, int number) const {
     const auto entries = misbehave.find(operation);
     if (entries != misbehave.end()) {
-        for (const Misbehaviour& entry : entries->second) {
-            if (entry.call == -1 || entry.call == number) {
-                return entry;
-            }
-        }
+        for (const Misbehaviour& entry : entries->second)
+            if (entry.call == -1 || entry.call == number) return entry;
     }
     return {};
 }
@@ -104,9 +99,7 @@ Misbehaviour ServiceData::misbehaviour(const std::string& operation, int number)
 const Workspace& ServiceData::workspace(std::int64_t id) const {
     const auto found = std::find_if(workspaces.begin(), workspaces.end(),
                                     [&](const Workspace& candidate) { return candidate.id == id; });
-    if (found == workspaces.end()) {
-        throw Refusal("There is no workspace " + std::to_string(id) + ".");
-    }
+    if (found == workspaces.end()) throw Refusal("There is no workspace " + std::to_string(id) + ".");
     return *found;
 }
 

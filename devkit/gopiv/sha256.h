@@ -22,9 +22,8 @@ inline constexpr std::array<std::uint32_t, 64> roundConstants{
 
 inline std::array<std::uint32_t, 64> messageSchedule(const std::string& bytes, std::size_t start) {
     std::array<std::uint32_t, 64> words{};
-    for (std::size_t i = 0; i < 64; ++i) {
+    for (std::size_t i = 0; i < 64; ++i)
         words[i / 4] = words[i / 4] << 8U | static_cast<unsigned char>(bytes[start + i]);
-    }
     for (std::size_t i = 16; i < 64; ++i) {
         const std::uint32_t a = words[i - 15];
         const std::uint32_t b = words[i - 2];
@@ -38,9 +37,7 @@ inline std::array<std::uint32_t, 64> messageSchedule(const std::string& bytes, s
 inline void pad(std::string& bytes) {
     const std::uint64_t bits = std::uint64_t{bytes.size()} * 8;
     bytes.append(1, '\x80').append((119 - bits / 8 % 64) % 64, '\0');
-    for (unsigned shift = 64; shift != 0; shift -= 8) {
-        bytes += static_cast<char>(bits >> (shift - 8));
-    }
+    for (unsigned shift = 64; shift != 0; shift -= 8) bytes += static_cast<char>(bits >> (shift - 8));
 }
 
 /// The digest of `bytes` as 64 lower-case hexadecimal digits.
@@ -64,11 +61,8 @@ inline std::string sha256(std::string bytes) {
         std::transform(state.begin(), state.end(), working.begin(), state.begin(), std::plus());
     }
     std::string digest;
-    for (const std::uint32_t word : state) {
-        for (unsigned shift = 32; shift != 0; shift -= 4) {
-            digest += "0123456789abcdef"[word >> (shift - 4) & 15U];
-        }
-    }
+    for (const std::uint32_t word : state)
+        for (unsigned shift = 32; shift != 0; shift -= 4) digest += "0123456789abcdef"[word >> (shift - 4) & 15U];
     return digest;
 }
 

@@ -20,9 +20,7 @@ bool SignIns::isWaiting(const std::string& state) {
 std::optional<std::string> SignIns::answer(const std::string& state, bool accepted) {
     const std::lock_guard lock(mutex_);
     Flow* const flow = find(state, Stage::waiting);
-    if (flow == nullptr) {
-        return std::nullopt;
-    }
+    if (flow == nullptr) return std::nullopt;
     flow->stage = Stage::answered;
     flow->code = accepted ? randomSecret() : "";
     return flow->code;
@@ -31,9 +29,7 @@ std::optional<std::string> SignIns::answer(const std::string& state, bool accept
 bool SignIns::finish(const std::string& state, const std::string& code) {
     const std::lock_guard lock(mutex_);
     Flow* const flow = find(state, Stage::answered);
-    if (flow == nullptr || flow->code != code) {
-        return false;
-    }
+    if (flow == nullptr || flow->code != code) return false;
     flow->stage = code.empty() ? Stage::refused : Stage::signedIn;
     changed_.notify_all();
     return true;
@@ -41,20 +37,12 @@ bool SignIns::finish(const std::string& state, const std::string& code) {
 
 void SignIns::wait() {
     std::unique_lock lock(mutex_);
-    if (flows_.empty()) {
-        throw Refusal("No sign-in has been started.");
-    }
+    if (flows_.empty()) throw Refusal("No sign-in has been started.");
     const std::size_t index = flows_.size() - 1;
     changed_.wait(lock, [&] { return closed_ || flows_[index].stage >= Stage::signedIn; });
-    if (closed_) {
-        throw Refusal("The service client was closed before the sign-in ended.");
-    }
-    if (flows_[index].stage == Stage::refused) {
-        throw Refusal("Sign-in was refused in the browser.");
-    }
-    if (flows_[index].stage == Stage::completed) {
-        throw Refusal("This sign-in has been completed already.");
-    }
+    if (closed_) throw Refusal("The service client was closed before the sign-in ended.");
+    if (flows_[index].stage == Stage::refused) throw Refusal("Sign-in was refused in the browser.");
+    if (flows_[index].stage == Stage::completed) throw Refusal("This sign-in has been completed already.");
     flows_[index].stage = Stage::completed;
 }
 
@@ -68,9 +56,8 @@ nlohmann::json SignIns::status() const {
     static constexpr std::array<const char*, 5> names{"waiting", "answered", "signedIn", "refused", "completed"};
     const std::lock_guard lock(mutex_);
     nlohmann::json flows = nlohmann::json::array();
-    for (const Flow& flow : flows_) {
+    for (const Flow& flow : flows_)
         flows.push_back({{"number", flows.size() + 1}, {"state", names[static_cast<std::size_t>(flow.stage)]}});
-    }
     return flows;
 }
 

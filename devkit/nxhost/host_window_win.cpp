@@ -11,6 +11,7 @@
 #include <shellapi.h>
 
 #include <array>
+#include <boost/algorithm/string/replace.hpp>
 #include <cctype>
 #include <regex>
 #include <stdexcept>
@@ -52,7 +53,7 @@ std::string lineOf(const Event& event) {
     const auto& kind = event["event"];
     if (kind == "step") return "> " + valueText(event["step"]);
     if (kind == "log") return "    " + valueText(event["level"]) + " " + valueText(event["text"]);
-    auto title = replaced(kind.get<std::string>(), "-", " ");
+    auto title = boost::replace_all_copy(kind.get<std::string>(), "-", " ");
     title.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(title.front())));
     std::vector<std::string> members;
     for (const auto& [name, value] : event.items())
@@ -133,7 +134,7 @@ int HostWindow::openInBrowser(const std::string& address) {
 // The person may have to copy an address, of which the transcript keeps no secrets.
 void HostWindow::log(const Event& event) {
     const auto line = event["event"] == "opened" ? "Opened: " + context_.browser.address(0) : lineOf(event);
-    addLine(replaced(line, "\n", " "));
+    addLine(boost::replace_all_copy(line, "\n", " "));
 }
 
 void HostWindow::addLine(const std::string& line) {

@@ -70,11 +70,10 @@ Idle Player::idle() {
     noteViolations();
     if (failed_) return Idle::ended;
     if (context_.wait) return pollWait();
-    if (next_ < replay_.steps.size()) {
+    if (next_ < replay_.steps.size())
         performNext();
-    } else {
+    else
         fail("The steps are over, and the dialog " + openDialog(context_).name + " is still open.");
-    }
     return failed_ ? Idle::ended : Idle::stepped;
 }
 

@@ -4,6 +4,7 @@
 #include "text.h"
 
 #include <algorithm>
+#include <boost/algorithm/string/replace.hpp>
 #include <functional>
 #include <regex>
 
@@ -38,7 +39,8 @@ std::string Redactor::operator()(const std::string& text) const {
     for (auto at = slashed.find(sandbox_); at != std::string::npos; at = slashed.find(sandbox_, rest)) {
         const auto end = std::min(slashed.find_first_of("\"\r\n", at), slashed.size());
         result += text.substr(rest, at - rest) + "<sandbox>" +
-                  replaced(slashed.substr(at + sandbox_.size(), end - at - sandbox_.size()), sandbox_, "<sandbox>");
+                  boost::replace_all_copy(slashed.substr(at + sandbox_.size(), end - at - sandbox_.size()), sandbox_,
+                                          "<sandbox>");
         rest = end;
     }
     return std::regex_replace(result + text.substr(rest), secret, "$1***");

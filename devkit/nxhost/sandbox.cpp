@@ -6,6 +6,7 @@
 #include <http_client.h>
 
 #include <algorithm>
+#include <boost/algorithm/string/replace.hpp>
 #include <utility>
 
 namespace nxhost {
@@ -53,7 +54,7 @@ void Sandbox::fill(const Replay& replay, const Options& options) {
 }
 
 void Sandbox::writeProperties(const Json& properties) const {
-    auto text = replaced(propertiesText(properties), "<sandbox>", utf8(root_));
+    auto text = boost::replace_all_copy(propertiesText(properties), "<sandbox>", utf8(root_));
     if (text.find(serverKey) == std::string::npos) {
         if (!text.empty() && text.back() != '\n') text += '\n';
         const auto data = devkit::percentEncode(genericUtf8(root_ / "service"));

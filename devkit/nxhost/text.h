@@ -1,4 +1,4 @@
-// Paths, text replacement, whole files.
+// Paths, a pattern, whole files.
 #pragma once
 
 #include <devkit/files.h>
@@ -16,9 +16,6 @@ inline std::string genericUtf8(const std::filesystem::path& path) {
     const auto text = path.generic_u8string();
     return {text.begin(), text.end()};
 }
-
-/// `text` with every `from` replaced by `to`; `from` must not be empty.
-std::string replaced(std::string text, const std::string& from, const std::string& to);
 
 /// Matches a UUID.
 const std::regex& uuidPattern();

@@ -152,9 +152,8 @@ void PropertyList::SetEnum(const NXString& name, int value) {
     devkit::enter("NXOpen::BlockStyler::PropertyList::SetEnum");
     devkit::enumeration(block_, name.GetUTF8Text());
     const bool isList = std::string(name.GetUTF8Text()) == "Value";
-    if (value < 0 || (isList && value >= static_cast<int>(block_.members.size()))) {
+    if (value < 0 || (isList && value >= static_cast<int>(block_.members.size())))
         devkit::fail("The enumeration \"" + block_.id + "\" has no member " + std::to_string(value) + ".");
-    }
     dialog_.set(block_, name.GetUTF8Text(), value);
 }
 

@@ -74,10 +74,11 @@ void CallInterceptor::guard(const std::string& name, const std::function<void()>
     addViolation("An exception without a text left " + name + ".");
 }
 
-CallCount& CallInterceptor::countOf(const char* hostCall) {
-    CallCount*& count = countsByLiteral_[hostCall];
-    if (count == nullptr) count = &counts_[hostCall];
-    return *count;
+CallCount& CallInterceptor::countOf(const char* name) {
+    auto*& known = countsByLiteral_[name];
+    // A library that is loaded again may have another name in the same place.
+    if (known == nullptr || known->first != name) known = &*counts_.try_emplace(name).first;
+    return known->second;
 }
 
 std::optional<Fault> CallInterceptor::record(const char* name, CallCount& call, FaultKinds kinds,
@@ -103,14 +104,12 @@ std::optional<Fault> CallInterceptor::recordHostCall(const char* name, FaultKind
 
 std::optional<Fault> CallInterceptor::enterOther(const char* name, FaultKinds kinds) {
     const std::lock_guard lock(mutex_);
-    auto call = counts_.find(name);
-    if (call == counts_.end()) call = counts_.try_emplace(name).first;
-    return record(name, call->second, kinds, 0);
+    return record(name, countOf(name), kinds, 0);
 }
 
-void CallInterceptor::addTime(const std::string& name, Clock::duration time) {
+void CallInterceptor::addTime(const char* name, Clock::duration time) {
     const std::lock_guard lock(mutex_);
-    counts_[name].time += time;
+    countOf(name).time += time;
 }
 
 bool CallInterceptor::onHostThread(const char* name) {
@@ -149,11 +148,10 @@ void CallInterceptor::bracketAsked(int status) {
 
 void CallInterceptor::bracketClosed() {
     std::lock_guard lock(mutex_);
-    if (bracketDepth_ == 0) {
+    if (bracketDepth_ == 0)
         violations_.push_back("UF_terminate was called without UF_initialize.");
-    } else {
+    else
         --bracketDepth_;
-    }
 }
 
 }  // namespace devkit

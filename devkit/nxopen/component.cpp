@@ -45,13 +45,11 @@ std::vector<Component*> Component::GetChildren() {
     devkit::enter("NXOpen::Assemblies::Component::GetChildren");
     devkit::PartData* part = placedPart();
     if (part == nullptr) return {};
-    while (children_.size() < part->components.size()) {
+    while (children_.size() < part->components.size())
         children_.push_back(devkit::HostObjects::instance().make<Component>(*part, children_.size()));
-    }
     std::vector<Component*> result(children_.begin(), children_.begin() + part->components.size());
-    for (std::size_t i = 0; i < result.size(); ++i) {
+    for (std::size_t i = 0; i < result.size(); ++i)
         if (part->components[i].part.empty()) result[i] = nullptr;
-    }
     return result;
 }
 

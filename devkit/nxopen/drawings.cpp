@@ -24,9 +24,8 @@ const std::string& DrawingSheet::name() const {
 }
 
 DrawingSheetCollection::iterator DrawingSheetCollection::first() {
-    while (sheets_.size() < part_.sheets.size()) {
+    while (sheets_.size() < part_.sheets.size())
         sheets_.push_back(devkit::HostObjects::instance().make<DrawingSheet>(part_, sheets_.size()));
-    }
     return sheets_.data();
 }
 
@@ -154,9 +153,8 @@ PlotSourceBuilder* PrintPDFBuilder::SourceBuilder() {
 void PrintPDFBuilder::check() const {
     if (filename_.GetUTF8Text()[0] == '\0') devkit::fail("The PDF file has no name.");
     if (source_.sheets().empty()) devkit::fail("No sheets are set.");
-    if (source_.selectedSheets() != static_cast<int>(source_.sheets().size())) {
+    if (source_.selectedSheets() != static_cast<int>(source_.sheets().size()))
         devkit::fail("The number of selected sheets is not that of the sheets.");
-    }
     if (append_ || action_ == ActionOptionAppend) devkit::fail("The stand-in does not append to a PDF file.");
     std::error_code ignored;
     const bool exists = std::filesystem::exists(devkit::pathOf(filename_.GetUTF8Text()), ignored);

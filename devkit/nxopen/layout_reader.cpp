@@ -22,9 +22,8 @@ std::string attribute(const Element& element, const std::string& name) {
 
 template <class Function>
 void forEachChild(const Element& element, const std::string& name, Function function) {
-    for (const auto& [childName, child] : element) {
+    for (const auto& [childName, child] : element)
         if (childName == name) function(child);
-    }
 }
 
 const Element& propertiesOf(const Element& element) {
@@ -48,9 +47,8 @@ void readEnumeration(const Element& property, const std::string& name, BlockData
     std::vector<std::string> options;
     forEachChild(property, "Option", [&](const Element& option) { options.push_back(attribute(option, "name")); });
     const int selected = number(attribute(property, "selected"));
-    if (selected < 0 || (selected > 0 && selected >= static_cast<int>(options.size()))) {
+    if (selected < 0 || (selected > 0 && selected >= static_cast<int>(options.size())))
         throw std::runtime_error("the selected option is not in the list");
-    }
     block.properties[name] = selected;
     block.enumerations.insert(name);
     if (name == "Value") block.members = options;
@@ -63,17 +61,16 @@ void readProperty(const Element& property, BlockData& block) {
     const std::string type = attribute(property, "type");
     if (ignored.count(type) != 0) return;
     const std::string name = attribute(property, "sname");
-    if (type == "logical") {
+    if (type == "logical")
         block.properties[name] = flag(attribute(property, "value"));
-    } else if (type == "string" || type == "utfstring" || type == "file") {
+    else if (type == "string" || type == "utfstring" || type == "file")
         block.properties[name] = attribute(property, "value");
-    } else if (type == "integer") {
+    else if (type == "integer")
         block.properties[name] = number(attribute(property, "value"));
-    } else if (type == "enum") {
+    else if (type == "enum")
         readEnumeration(property, name, block);
-    } else {
+    else
         throw std::runtime_error("the type \"" + type + "\" is unknown");
-    }
 }
 
 void readProperties(const Element& list, BlockData& block) {

@@ -34,9 +34,8 @@ void Session::reset() {
 
 PartData& Session::addPart(const PartData& part) {
     PartData& added = parts_.emplace_back(part);
-    if (added.fullPath.empty() && added.managed) {
+    if (added.fullPath.empty() && added.managed)
         added.fullPath = "@DB/" + added.managed->number + "/" + added.managed->revision;
-    }
     if (added.leaf.empty()) added.leaf = leafOf(added);
     byName_.emplace(added.name, &added);
     return added;
@@ -59,6 +58,7 @@ NXOpen::BasePart* Session::object(const std::string& name) {
 }
 
 void Session::report(const std::string& kind, const nlohmann::json& facts) {
+    const NeighbourTime time;
     if (onEvent) onEvent(kind, facts);
 }
 

@@ -97,11 +97,10 @@ void applyFile(const json& description, PartData& part, const fs::path& folder, 
     if (description.contains("size")) part.content.assign(description["size"].get<std::size_t>(), 'x');
     if (!isOwnFile(part, folder)) return;
     std::error_code ignored;
-    if (description.value("missing", false)) {
+    if (description.value("missing", false))
         fs::remove(pathOf(part.fullPath), ignored);
-    } else if (!file.empty() || description.contains("contents") || description.contains("size")) {
+    else if (!file.empty() || description.contains("contents") || description.contains("size"))
         writeFile(part, where);
-    }
 }
 
 /// Applies the members of a part's description, all but its name.
@@ -168,9 +167,8 @@ void loadSession(const json& description, const fs::path& folder) {
     if (description.contains("parts")) addParts(description["parts"], folder);
     for (const auto& fault : description.value("faults", json::array())) addFault(fault);
     if (description.contains("displayed")) setDisplayed(description["displayed"]);
-    if (description.contains("applicationModule")) {
+    if (description.contains("applicationModule"))
         session.applicationModule = applicationModule(description["applicationModule"]);
-    }
     read(description, "clone", session.clone);
 }
 
@@ -182,9 +180,8 @@ void addFault(const json& description) {
 
 json callCounts() {
     json counts = json::object();
-    for (const auto& [name, call] : CallInterceptor::instance().counts()) {
+    for (const auto& [name, call] : CallInterceptor::instance().counts())
         counts[name] = {{"count", call.count}, {"kinds", std::vector<FaultKind>(call.kinds.begin(), call.kinds.end())}};
-    }
     return counts;
 }
 

@@ -62,11 +62,10 @@ std::vector<std::string> addMembers() {
         for (const auto& component : parts[next]->components) {
             if (component.part.empty() || !seen.insert(component.part).second) continue;
             PartData* part = devkit::Session::instance().findPart(component.part);
-            if (part != nullptr && part->managed) {
+            if (part != nullptr && part->managed)
                 parts.push_back(part);
-            } else {
+            else
                 missing.push_back(component.part);
-            }
         }
     }
     return missing;

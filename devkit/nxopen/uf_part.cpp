@@ -56,13 +56,6 @@ int UF_PART_ask_part_name(tag_t part, char part_fspec[MAX_FSPEC_BUFSIZE]) {
         devkit::enterUfForText);
 }
 
-tag_t UF_PART_ask_display_part() {
-    if (devkit::enterUf("UF_PART_ask_display_part") != 0) return NULL_TAG;
-    auto& session = devkit::Session::instance();
-    const NXOpen::BasePart* part = session.object(session.displayed());
-    return part != nullptr ? part->Tag() : NULL_TAG;
-}
-
 logical UF_PART_is_modified(tag_t part) {
     bool modified = false;
     const int status = ask("UF_PART_is_modified", part, [&](const auto& data) {

@@ -61,9 +61,8 @@ ManagedItem decodeCli(const std::string& name) {
 
 std::string encodeManagedName(const ManagedItem& item) {
     std::string name = std::string(internalHead) + "V3.2";
-    for (const Piece& piece : pieces) {
+    for (const Piece& piece : pieces)
         if (!(item.*piece.value).empty()) name += piece.key + item.*piece.value;
-    }
     return name;
 }
 

@@ -26,9 +26,8 @@ namespace {
 std::filesystem::path findLayout(const std::filesystem::path& name) {
     if (name.is_absolute()) return name;
     std::error_code ignored;
-    for (const auto& folder : devkit::Session::instance().applicationFolders) {
+    for (const auto& folder : devkit::Session::instance().applicationFolders)
         if (std::filesystem::exists(folder / name, ignored)) return folder / name;
-    }
     return name;
 }
 

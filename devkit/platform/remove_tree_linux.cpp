@@ -88,9 +88,8 @@ std::vector<DirectoryEntry> listDirectory(const fs::path& directory) {
     std::vector<DirectoryEntry> entries;
     std::error_code error = injectedError("platform::listDirectory", kinds::access);
     if (error) return entries;
-    for (fs::directory_iterator it(directory, error), end; !error && it != end; it.increment(error)) {
+    for (fs::directory_iterator it(directory, error), end; !error && it != end; it.increment(error))
         entries.push_back({it->path(), kindOf(*it)});
-    }
     return entries;
 }
 

@@ -19,9 +19,8 @@ std::uint32_t runDetached(std::function<void()> task) {
     if (fault) throw std::system_error(fault, "thread");
     // A module cannot unload itself here, so the caller's stays loaded for good.
     Dl_info caller{};
-    if (::dladdr(__builtin_return_address(0), &caller) != 0) {
+    if (::dladdr(__builtin_return_address(0), &caller) != 0)
         ::dlopen(caller.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
-    }
     std::promise<std::uint32_t> number;
     auto started = number.get_future();
     std::thread([task = std::move(task), number = std::move(number)]() mutable {

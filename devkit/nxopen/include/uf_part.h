@@ -17,7 +17,6 @@ NXOPEN_C int UF_PART_free_load_status(UF_PART_load_status_p_t load_status);
 
 /* The part's full path, or its encoded name when it is managed. */
 NXOPEN_C int UF_PART_ask_part_name(tag_t part, char part_fspec[MAX_FSPEC_BUFSIZE]);
-NXOPEN_C tag_t UF_PART_ask_display_part(void);
 NXOPEN_C logical UF_PART_is_modified(tag_t part);
 
 NXOPEN_C int UF_PART_is_family_instance(tag_t part, logical* is_family_instance);

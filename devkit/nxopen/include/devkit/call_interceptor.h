@@ -60,6 +60,8 @@ struct CallCount {
     Milliseconds time{};
 };
 
+using CallCounts = std::map<std::string, CallCount, std::less<>>;
+
 /// Since the host entered the plug-in, until a dialog was ready to be seen; `own` leaves out what neighbours took.
 struct DialogTime {
     std::string layout;
@@ -81,7 +83,7 @@ class NXOPEN_EXPORT CallInterceptor {
     /// "UF_initialize", "NXOpen::BasePart::Save", "NXOpen::PrintPDFBuilder::Commit".
     const std::vector<std::string_view>& calls() const { return calls_; }
     /// The calls of all neighbours.
-    const std::map<std::string, CallCount, std::less<>>& counts() const { return counts_; }
+    const CallCounts& counts() const { return counts_; }
     /// Broken rules, each a sentence: a call on another thread, a call of the C interface outside its bracket, a
     /// bracket or help context left open (asked by the host after each run).
     const std::vector<std::string>& violations() const { return violations_; }
@@ -99,13 +101,13 @@ class NXOPEN_EXPORT CallInterceptor {
     /// Whether the latest UF_initialize failed: what needed its bracket could not be done.
     bool bracketRefused() const { return bracketRefused_; }
 
-    // What the stand-ins call; the names of the host's calls are literals. enterUf returns 0 or the status to return;
+    // What the stand-ins call; the names are literals. enterUf returns 0 or the status to return;
     // enter throws, or returns false when the call is to return null.
     int enterUf(const char* name, FaultKinds kinds, bool needsBracket = true);
     bool enter(const char* name, FaultKinds kinds);
     /// Enters a call of another neighbour; the fault that it is to have, if any.
     std::optional<Fault> enterOther(const char* name, FaultKinds kinds);
-    void addTime(const std::string& name, std::chrono::steady_clock::duration time);
+    void addTime(const char* name, std::chrono::steady_clock::duration time);
     /// Whether the host's present call is to give empty texts.
     bool emptied() const { return emptied_; }
     /// UF_initialize returns `status`.
@@ -113,7 +115,7 @@ class NXOPEN_EXPORT CallInterceptor {
     void bracketClosed();
 
  private:
-    CallCount& countOf(const char* hostCall);
+    CallCount& countOf(const char* name);
     std::optional<Fault> record(const char* name, CallCount& call, FaultKinds kinds, std::size_t hostCall);
     std::optional<Fault> recordHostCall(const char* name, FaultKinds kinds);
     bool onHostThread(const char* name);
@@ -129,8 +131,8 @@ class NXOPEN_EXPORT CallInterceptor {
     std::vector<DialogTime> dialogTimes_;
     std::thread::id hostThread_ = std::this_thread::get_id();
     std::vector<std::string_view> calls_;
-    std::map<std::string, CallCount, std::less<>> counts_;
-    std::unordered_map<const char*, CallCount*> countsByLiteral_;  // of the host's calls, to find them fast
+    CallCounts counts_;
+    std::unordered_map<const char*, CallCounts::value_type*> countsByLiteral_;  // to find them fast
     std::vector<Fault> faults_;
     std::vector<std::string> violations_;
     int bracketDepth_ = 0;
@@ -142,17 +144,17 @@ class NXOPEN_EXPORT CallInterceptor {
 /// if any. In calls that take long.
 class NeighbourTime {
  public:
-    explicit NeighbourTime(std::string name = {}) : name_(std::move(name)) {}
+    explicit NeighbourTime(const char* name = nullptr) : name_(name) {}
     ~NeighbourTime() {
         auto& interceptor = CallInterceptor::instance();
         interceptor.setPluginAtWork(wasPlugin_);
-        if (!name_.empty()) interceptor.addTime(name_, std::chrono::steady_clock::now() - start_);
+        if (name_ != nullptr) interceptor.addTime(name_, std::chrono::steady_clock::now() - start_);
     }
     NeighbourTime(const NeighbourTime&) = delete;
     NeighbourTime& operator=(const NeighbourTime&) = delete;
 
  private:
-    std::string name_;
+    const char* name_;
     bool wasPlugin_ = CallInterceptor::instance().setPluginAtWork(false);
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
