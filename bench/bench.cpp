@@ -1,5 +1,6 @@
-// What the plug-in's work costs next to a baseline, the least that it could cost. Each repetition measures both in
-// turns, since a noisy machine slows both; tools/bench.py takes the medians and puts them beside their goals.
+// What the plug-in's work costs next to a baseline, the least that it could cost: the same copies and appends without
+// the rest of the work. Both are measured in turns, since a noisy machine slows both, and what counts are the medians;
+// tools/bench.py puts them beside their goals.
 #include <benchmark/benchmark.h>
 #include <devkit/call_interceptor.h>
 #include <devkit/session.h>
@@ -11,20 +12,19 @@
 #include "export/displayed_model_metadata.h"
 #include "export/upload_preparation.h"
 #include "logging/log.h"
+#include "platform/files.h"
 #include "platform/text_encoding.h"
 #include "service/upload_execution.h"
 #include "ui/upload_progress_dialog.h"
 
-#include <fcntl.h>
 #include <malloc.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <future>
+#include <vector>
 
 namespace {
 
@@ -37,34 +37,32 @@ double secondsOf(const Action& action) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Counts the seconds of one of the `count` things that `work` does, of the baseline's, and their ratio. Files are
-/// written over those of the last time: creating and deleting them would measure the file system's bookkeeping.
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/// Counts the seconds of one of the `count` things that `work` does, of the baseline's, and their ratio; which of them
+/// comes first changes every time. Files are written over those of the last time: creating and deleting them would
+/// measure the file system's bookkeeping.
 void inTurns(benchmark::State& state, const Action& work, const Action& baseline, double count = 1) {
+    std::vector<double> values;
+    std::vector<double> baselines;
+    std::vector<double> ratios;
+    baseline();
+    work();
     for (auto _ : state) {
-        const double least = secondsOf(baseline) / count;
-        const double taken = secondsOf(work) / count;
-        state.SetIterationTime(taken);
-        state.counters["value"] = taken;
-        state.counters["baseline"] = least;
-        state.counters["ratio"] = taken / least;
+        const bool isWorkFirst = values.size() % 2 == 1;
+        if (isWorkFirst) values.push_back(secondsOf(work));
+        baselines.push_back(secondsOf(baseline));
+        if (!isWorkFirst) values.push_back(secondsOf(work));
+        state.SetIterationTime(values.back());
+        ratios.push_back(values.back() / baselines.back());
     }
-}
-
-void check(bool succeeded, const char* what) {
-    if (succeeded) return;
-    std::perror(what);
-    std::exit(1);
-}
-
-void copyDirectly(const fs::path& from, const fs::path& to) {
-    const int source = ::open(from.c_str(), O_RDONLY);
-    const int target = ::open(to.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
-    check(source >= 0 && target >= 0, "open");
-    ssize_t copied = 0;
-    while ((copied = ::copy_file_range(source, nullptr, target, nullptr, std::size_t{1} << 30, 0)) > 0) continue;
-    check(copied == 0, "copy_file_range");
-    ::close(source);
-    ::close(target);
+    state.counters["value"] = median(values) / count;
+    state.counters["baseline"] = median(baselines) / count;
+    state.counters["ratio"] = median(ratios);
 }
 
 /// The stand-in host, with parts whose files lie in a folder of their own.
@@ -148,13 +146,10 @@ double peakMemory() {
 
 void nativePart(benchmark::State& state) {
     auto& host = Host::instance();
-    static const auto file = [&] {
-        const auto name = platform::pathFromUtf8(host.addPart("huge", "").fullPath);
-        std::ofstream stream(name, std::ios::binary);
-        for (std::size_t piece = 0; piece < (std::size_t{1} << 30) / host.content.size(); ++piece)
-            stream << host.content;
-        return name;
-    }();
+    const auto file = platform::pathFromUtf8(host.addPart("huge", "").fullPath);
+    std::ofstream stream(file, std::ios::binary);
+    for (std::size_t piece = 0; piece < (std::size_t{1} << 30) / host.content.size(); ++piece) stream << host.content;
+    stream.close();
     const auto metadata = host.display("huge");
     double memory = 0;
     inTurns(
@@ -165,7 +160,7 @@ void nativePart(benchmark::State& state) {
             pivra::prepareUploadFiles(metadata);
             memory = peakMemory() - before;
         },
-        [&] { copyDirectly(file, host.copies() / "huge.prt"); });
+        [&] { platform::copyFile(file, host.copies() / "huge.prt"); });
     state.counters["memory"] = memory;
 }
 
@@ -177,7 +172,7 @@ void assembly(benchmark::State& state) {
         [&] {
             for (const auto& entry : metadata->files) {
                 const auto file = platform::pathFromUtf8(entry.sourcePath);
-                copyDirectly(file, host.copies() / file.filename());
+                platform::copyFile(file, host.copies() / file.filename());
             }
         });
     state.counters["files"] = static_cast<double>(metadata->files.size());
@@ -255,11 +250,7 @@ void logLine(benchmark::State& state) {
             }
         },
         [&] {
-            for (int i = 0; i < lines; ++i) {
-                const int log = ::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
-                check(::write(log, line.data(), line.size()) > 0, "write");
-                ::close(log);
-            }
+            for (int i = 0; i < lines; ++i) platform::appendToFile(file, line);
         },
         lines);
 }
@@ -314,14 +305,14 @@ void uploadList(benchmark::State& state) {
     }
 }
 
-constexpr int repetitions = 11;
+constexpr int turns = 25;  // a disk's times differ by a tenth and more
 
-BENCHMARK(nativePart)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
-BENCHMARK(assembly)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
-BENCHMARK(largeAssembly)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
+BENCHMARK(nativePart)->UseManualTime()->Iterations(turns);
+BENCHMARK(assembly)->UseManualTime()->Iterations(turns);
+BENCHMARK(largeAssembly)->UseManualTime()->Iterations(turns);
 BENCHMARK(hostCalls)->UseManualTime()->Iterations(1);
-BENCHMARK(filteredLogLine)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
-BENCHMARK(logLine)->UseManualTime()->Iterations(1)->Repetitions(repetitions);
+BENCHMARK(filteredLogLine)->UseManualTime()->Iterations(turns);
+BENCHMARK(logLine)->UseManualTime()->Iterations(turns);
 BENCHMARK(pollTick)->UseManualTime()->Iterations(20);
 BENCHMARK(uploadList)->UseManualTime()->Iterations(1);
 
