@@ -28,6 +28,7 @@ TEST(ModelTimes, areFormattedInEnglish) {
     for (int month = 0; month < 12; ++month) {
         const std::string text = pivra::formatDisplayTime(epoch + std::chrono::hours(24 * 14 + 730 * month));
         ++months[text.substr(0, text.find(' '))];
+        EXPECT_NE(text.find(", 1970 - "), std::string::npos) << text;
     }
     EXPECT_EQ(months.size(), 12u);
 }

@@ -51,7 +51,10 @@ TEST_F(ManagedCloneExport, leftoverOfAnEarlierCloneIsNoResult) {
 
 TEST_F(ManagedCloneExport, onlyPartFilesAndDrawingsAreResults) {
     session.clone.rootName = "unsupported.txt";
+    session.clone.namingFailures = 1;
     EXPECT_EQ(exportPart(addManaged("4711")), "");
+    EXPECT_THAT(heads(), testing::Contains("WARNING UF_CLONE_perform_clone reported 1 naming failure(s)."));
+    session.clone.namingFailures = 0;
     addManaged("AB-2");
     auto& frame = addManaged("AB-1");
     place(frame, {"AB-2"});
