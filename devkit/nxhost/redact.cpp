@@ -47,10 +47,8 @@ std::string Redactor::operator()(const std::string& text) const {
 }
 
 Placeholders::Placeholders(const std::string& replay) {
-    rewrite(replay, uuidPattern(), [this](const std::string& uuid) {
-        kept_.insert(uuid);
-        return uuid;
-    });
+    for (std::sregex_iterator at(replay.begin(), replay.end(), uuidPattern()), end; at != end; ++at)
+        kept_.insert(at->str());
 }
 
 std::string Placeholders::numbered(const std::string& kind, const std::string& value) {
@@ -65,8 +63,7 @@ std::string Placeholders::operator()(const std::string& text) {
         "|[A-Z][a-z]+ \\d{2}, \\d{4} - \\d{2}:\\d{2} [AP]M");
     static const std::regex port("(127\\.0\\.0\\.1)(:|%3A)\\d+");
     static const std::regex temporary("pivra-[0-9a-f]{16}");
-    auto result = rewrite(text, time, [](const std::string&) { return "<time>"; });
-    result = std::regex_replace(result, port, "$1$2<port>");
+    auto result = std::regex_replace(std::regex_replace(text, time, "<time>"), port, "$1$2<port>");
     result = rewrite(result, temporary, [this](const std::string& name) { return numbered("temp", name); });
     return rewrite(result, uuidPattern(),
                    [this](const std::string& uuid) { return kept_.contains(uuid) ? uuid : numbered("uuid", uuid); });

@@ -7,9 +7,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
+#include <fstream>
+#include <functional>
 #include <iterator>
 #include <stdexcept>
+#include <thread>
 
 namespace nxhost {
 
@@ -20,10 +24,7 @@ std::vector<std::string> commandLine(int count, char** arguments) {
 void prepareOutput() {}
 
 void setEnvironment(const char* name, const std::filesystem::path& value) {
-    if (value.empty())
-        unsetenv(name);
-    else
-        setenv(name, value.c_str(), 1);
+    value.empty() ? unsetenv(name) : setenv(name, value.c_str(), 1);
 }
 
 std::filesystem::path programFile() {
@@ -34,7 +35,6 @@ int runProgram(const std::filesystem::path& program, const std::vector<std::stri
     std::vector<std::string> texts = arguments;
     texts.insert(texts.begin(), program.string());
     std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
     for (auto& text : texts) pointers.push_back(text.data());
     pointers.push_back(nullptr);
     pid_t child = 0;
@@ -63,9 +63,17 @@ std::vector<std::string> namesOf(void* module, const std::vector<std::string>& c
 }
 
 Json resourcesInUse() {
-    const auto entries = [](const char* folder) {
-        return std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator());
+    using Folder = std::filesystem::directory_iterator;
+    const auto sleeps = [](const std::filesystem::path& thread) {
+        std::string facts;
+        std::getline(std::ifstream(thread / "stat"), facts);
+        return facts.find(") S ") != std::string::npos;
     };
+    // A thread that is about to end still runs; one that is left behind sleeps.
+    for (int look = 0; look < 1000 && std::count_if(Folder("/proc/self/task"), Folder(), std::not_fn(sleeps)) > 1;
+         ++look)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    const auto entries = [](const char* folder) { return std::distance(Folder(folder), Folder()); };
     return {{"threads", entries("/proc/self/task")}, {"handles", entries("/proc/self/fd")}};
 }
 

@@ -18,20 +18,16 @@ std::error_code windowsError(int number) {
     switch (number) {
         case ENOTEMPTY:
         case EEXIST:
-            number = errorDirectoryNotEmpty;
-            break;
+            return {errorDirectoryNotEmpty, std::system_category()};
         case EACCES:
         case EPERM:
         case ENOTDIR:  // also a link where a folder was
-            number = errorAccessDenied;
-            break;
+            return {errorAccessDenied, std::system_category()};
         case EBUSY:
-            number = errorSharingViolation;
-            break;
+            return {errorSharingViolation, std::system_category()};
         default:
-            break;
+            return {number, std::system_category()};
     }
-    return {number, std::system_category()};
 }
 
 /// Whether somebody holds the folder, this process as well.
