@@ -78,6 +78,7 @@ TEST_F(PartQueries, eachPartIsAskedOnceUntilTheFirstHit) {
     place(frame, {"joint", "joint"});
     EXPECT_FALSE(hasUnsavedComponent(object("frame")));
     EXPECT_EQ(calls("UF_PART_is_modified"), 2u);
+    EXPECT_EQ(calls("NXOpen::BasePart::ComponentAssembly"), 2u) << "of the frame and of the repeated nut alone";
     EXPECT_FALSE(hasUnsavedComponent(nullptr));
     EXPECT_FALSE(hasUnsavedComponent(object("nut")));
 
