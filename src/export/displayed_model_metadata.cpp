@@ -165,7 +165,7 @@ void Reading::readFiles() {
     if (isDrawing_) return;
     collectUploadFiles(&part_, metadata_, run_);
     metadata_.hasUnsupportedFileTypes = hasUnsupportedComponent(&part_, run_);
-    if (metadata_.isAssembly && !metadata_.files.empty()) readAssemblyFacts();
+    if (metadata_.isAssembly) readAssemblyFacts();
 }
 
 std::optional<platform::FileTime> newestWriteTime(const std::vector<ModelFileEntry>& files) {
