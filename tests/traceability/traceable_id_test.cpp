@@ -101,6 +101,7 @@ TEST_F(TraceableId, isReadWithoutWriting) {
                                        "INFO Legacy NX internal ID already has valid PIVRA_ID; warning suppressed",
                                        "WARNING Existing PIVRA_ID does not match NX UUID format",
                                        "INFO Legacy NX internal ID requires PIVRA_ID"}));
+    EXPECT_THAT(heads(), Contains("WARNING Ignoring empty PIVRA_ID attribute").Times(2)) << "dialog and upload";
 }
 
 TEST_F(TraceableId, repairWritesAndSavesOnceAndForAll) {
