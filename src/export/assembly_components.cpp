@@ -51,13 +51,12 @@ class TreeReading {
         auto* part = dynamic_cast<NXOpen::Part*>(prototype);
         const bool isFirst = part == nullptr || isAssembly_.try_emplace(part).second;
         placements_.push_back({&component, part, prototype != nullptr, isFirst});
-        if (!isFirst && !isAssembly(*part)) return;
+        if (partsOnPath_.contains(part) || (!isFirst && !isAssembly(*part))) return;
         if (descend(part, component) && part != nullptr) isAssembly_[part] = true;
     }
 
     /// Whether the component has children to be read.
     bool descend(NXOpen::BasePart* part, Component& component) {
-        if (part != nullptr && partsOnPath_.contains(part)) return false;
         auto children = component.GetChildren();
         if (children.empty()) return false;
         if (part != nullptr) partsOnPath_.insert(part);

@@ -36,11 +36,11 @@ bool isFamilyTemplate(tag_t part) {
 
 bool hasFamilyInstanceData(tag_t part) {
     tag_t instance = NULL_TAG;
-    if (!nx::checkNxStatus("UF_PART_ask_family_instance", UF_PART_ask_family_instance(part, &instance))) return false;
-    if (instance == NULL_TAG) return false;
     tag_t family = NULL_TAG;
     int member = -1;
-    return nx::checkNxStatus("UF_FAM_ask_instance_data", UF_FAM_ask_instance_data(instance, &family, &member)) &&
+    return nx::checkNxStatus("UF_PART_ask_family_instance", UF_PART_ask_family_instance(part, &instance)) &&
+           instance != NULL_TAG &&
+           nx::checkNxStatus("UF_FAM_ask_instance_data", UF_FAM_ask_instance_data(instance, &family, &member)) &&
            member >= 0;
 }
 

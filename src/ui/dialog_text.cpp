@@ -61,7 +61,7 @@ std::string versionText() {
     return std::string("Version ") + pivra::clientVersion;
 }
 
-std::array<Warning, 5> partWarnings(const pivra::ModelMetadata& metadata, bool isDrawing, bool legacyIdWillBeFixed) {
+std::array<Warning, 6> partWarnings(const pivra::ModelMetadata& metadata, bool isDrawing, bool legacyIdWillBeFixed) {
     return {
         {{"idWarning", "idWarningGroup",
           legacyIdWillBeFixed ? "Legacy file(s) detected. PIVRA_ID attribute will be added to maintain traceability."
@@ -76,7 +76,10 @@ std::array<Warning, 5> partWarnings(const pivra::ModelMetadata& metadata, bool i
           metadata.hasUnsupportedFileTypes},
          {"unloadedWarning", "unloadedWarningGroup",
           "Some components are not loaded and will not be uploaded. Load them to upload the whole assembly.",
-          metadata.hasUnloadedComponents}}};
+          metadata.hasUnloadedComponents},
+         {"targetWarning", "targetWarningGroup",
+          "This file matches the latest revision in the workspace. Uploading again will create a new revision.",
+          false}}};  // shown once the chosen workspace is known to hold the revision
 }
 
 std::string blockingMessage(const pivra::ModelMetadata& metadata) {
@@ -87,8 +90,9 @@ std::optional<std::size_t> selectedIndex(const std::vector<std::string>& members
     const bool isName = std::find(members.begin(), members.end(), text) != members.end();
     int index = isName ? -1 : wholeNumber(text);
     if (index < 0) index = number;
-    if (index < 0 || static_cast<std::size_t>(index) >= members.size()) return std::nullopt;
-    return static_cast<std::size_t>(index);
+    // A negative index becomes one beyond every list.
+    const auto position = static_cast<std::size_t>(index);
+    return position < members.size() ? std::optional(position) : std::nullopt;
 }
 
 StatusView stageView(UploadStage stage, const std::string& completionTime) {

@@ -14,8 +14,6 @@ namespace ui {
 
 // The main dialog.
 
-inline constexpr const char* matchesLatestWarning =
-    "This file matches the latest revision in the workspace. Uploading again will create a new revision.";
 inline constexpr const char* legacyUploadDisabled =
     "Legacy file(s) detected. Upload is disabled because pivra_fix_legacy_id is off in pivra.properties. Enable "
     "pivra_fix_legacy_id and restart NX, or open a non-legacy NX file.";
@@ -51,7 +49,7 @@ struct Warning {
 };
 
 /// The warnings about the part itself. `legacyIdWillBeFixed`: nothing keeps the part from being repaired by an upload.
-std::array<Warning, 5> partWarnings(const pivra::ModelMetadata& metadata, bool isDrawing, bool legacyIdWillBeFixed);
+std::array<Warning, 6> partWarnings(const pivra::ModelMetadata& metadata, bool isDrawing, bool legacyIdWillBeFixed);
 
 /// Why the part cannot be uploaded; empty when it can.
 std::string blockingMessage(const pivra::ModelMetadata& metadata);

@@ -91,8 +91,6 @@ class MainDialogWindow final : public BlockDialogWindow {
             setLabel(warning.label, warning.text);
             setVisible(warning.group, warning.shown);
         }
-        setLabel("targetWarning", matchesLatestWarning);
-        setVisible("targetWarningGroup", false);
     }
 
     void fillWorkspaces() {
@@ -122,16 +120,16 @@ class MainDialogWindow final : public BlockDialogWindow {
     }
 
     void refreshTargetWarning() {
-        revisionLookup_.reset();
         const auto* workspace = selectedWorkspace();
-        if (workspace != nullptr && !state_.metadata->sourceFileId.empty()) lookUpRevision(workspace->id);
-        setVisible("targetWarningGroup", revisionLookup_ && revisionLookup_->matchesLatest);
+        setVisible("targetWarningGroup", workspace != nullptr && !state_.metadata->sourceFileId.empty() &&
+                                             matchesLatestRevision(workspace->id));
     }
 
-    void lookUpRevision(std::int64_t workspaceId) {
-        revisionLookup_ = actions_.lookupRevision(workspaceId, *state_.workspaces, *state_.metadata);
-        const auto& failure = revisionLookup_->message;
+    bool matchesLatestRevision(std::int64_t workspaceId) {
+        const auto lookup = actions_.lookupRevision(workspaceId, *state_.workspaces, *state_.metadata);
+        const auto& failure = lookup.message;
         if (!failure.empty()) logging::LogWarning("The latest revision could not be looked up: " + failure);
+        return lookup.matchesLatest;
     }
 
     void signOut() {
@@ -167,7 +165,6 @@ class MainDialogWindow final : public BlockDialogWindow {
     const MainDialogActions& actions_;
     MainDialogState state_;
     bool isDrawing_ = false;
-    std::optional<pivra::RevisionLookupResult> revisionLookup_;
     std::string blockingMessage_;
     Enumeration* workspaceList_ = nullptr;
     Button* signOutButton_ = nullptr;

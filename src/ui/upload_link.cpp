@@ -31,7 +31,7 @@ bool isIdName(std::string_view name) {
 std::string percentDecoded(std::string_view text) {
     std::string decoded;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        unsigned char byte = 0;
+        unsigned char byte{};
         const char* digits = text.data() + i + 1;
         if (text[i] == '%' && i + 2 < text.size() && std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2) {
             decoded += static_cast<char>(byte);

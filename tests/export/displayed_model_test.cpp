@@ -68,9 +68,23 @@ TEST_F(DisplayedModel, changesSinceTheReadingAreSeen) {
     nut.fullPath += ".jt";
     place(frame, {"nut"});
     fs::resize_file(platform::pathFromUtf8(frame.fullPath), 1 << 20);
+    metadata->uploadBlockedReason = "not saved then";
     pivra::prepareUploadFiles(metadata);
+    EXPECT_EQ(metadata->uploadBlockedReason, "");
     EXPECT_EQ(metadata->fileSizeMb, 1.0);
     EXPECT_TRUE(metadata->isAssembly && metadata->hasUnsavedChanges && metadata->hasUnsupportedFileTypes);
+}
+
+TEST_F(DisplayedModel, aPreparationThatFailedDoesNotFailTheNext) {
+    auto& old = addNative("old");
+    old.uniqueIdentifier = "NX8-000017";
+    old.save = devkit::SaveOutcome::throws;
+    display(old);
+    const auto metadata = pivra::readDisplayedModelMetadata();
+    EXPECT_THROW(pivra::prepareUploadFiles(metadata), std::runtime_error);
+    old.save = devkit::SaveOutcome::saved;
+    pivra::prepareUploadFiles(metadata);
+    EXPECT_EQ(metadata->traceabilityError, "");
 }
 
 class DisplayedModelExport : public ExportTest {
@@ -99,6 +113,13 @@ TEST_F(DisplayedModelExport, whatIsThereAlreadyIsNotCopied) {
     EXPECT_EQ(readFile(opened), "opened from here");
     EXPECT_THAT(heads(), ElementsAre("DEBUG Local NX model export reused existing temp file"))
         << "what this run copied a moment ago is no news";
+}
+
+TEST_F(DisplayedModelExport, withoutAPartOrItsPathThereIsNone) {
+    EXPECT_EQ(pivra::exportDisplayedModel(nullptr, "bolt.prt", run_), "");
+    EXPECT_EQ(pivra::copyLocalModel("", run_), "");
+    EXPECT_THAT(heads(), ElementsAre("WARNING NX model export skipped because there is no displayed part.",
+                                     "WARNING Local NX model export skipped because the source path is empty."));
 }
 
 TEST_F(DisplayedModelExport, equalNamesDoNotOverwriteEachOther) {

@@ -79,6 +79,11 @@ TEST_F(PartQueries, eachPartIsAskedOnceUntilTheFirstHit) {
     EXPECT_FALSE(hasUnsavedComponent(object("frame")));
     EXPECT_EQ(calls("UF_PART_is_modified"), 2u);
     EXPECT_EQ(calls("NXOpen::BasePart::ComponentAssembly"), 2u) << "of the frame and of the repeated nut alone";
+    EXPECT_EQ(calls("NXOpen::Assemblies::Component::GetChildren"), 4u) << "of both joints, and of the first nut";
+    interceptor.reset();
+    interceptor.addFault({"NXOpen::BasePart::ComponentAssembly", 2, 1, "gone"});
+    EXPECT_FALSE(hasUnsavedComponent(object("frame")));
+    EXPECT_EQ(calls("NXOpen::Assemblies::Component::GetChildren"), 5u) << "the second nut may be an assembly";
     EXPECT_FALSE(hasUnsavedComponent(nullptr));
     EXPECT_FALSE(hasUnsavedComponent(object("nut")));
 

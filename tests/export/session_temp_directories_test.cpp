@@ -43,7 +43,6 @@ TEST_F(SessionTempDirectories, baseFallsBackToLocalAppData) {
     EXPECT_NO_THROW(pivra::cleanupStaleSessionTempDirectories());
 
     test_support::setEnvironment("LOCALAPPDATA", folder.localAppData());
-    fs::create_directory(folder.localAppData() / "Temp");
     EXPECT_EQ(pivra::sessionTempDirectory("key").parent_path(), folder.localAppData() / "Temp");
 }
 

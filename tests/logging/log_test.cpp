@@ -123,7 +123,7 @@ TEST_F(Log, linesOfManyThreadsOfTwoProcessesStayWhole) {
 #ifndef _WIN32
 // Zones without summer time, so that the offset does not depend on the day of the test.
 TEST_F(Log, timesCarryTheOffsetOfTheZone) {
-    for (const auto& [zone, offset] : {std::pair("<AAA>3:30", "-0330"), std::pair("<BBB>-5:45", "+0545"),
+    for (const auto& [zone, offset] : {std::pair("<AAA>3:30", "-0330"), std::pair("<BBB>-14", "+1400"),
                                        std::pair("<CCC>0:30", "-0030"), std::pair("UTC0", "+0000")}) {
         test_support::setEnvironment("TZ", zone);
         fs::remove(file_);
@@ -141,7 +141,7 @@ TEST(LogPath, absoluteValuesStandAndOthersAreJoined) {
          {"A:\\x\\a.log", "Z:/b", "a:/a.log", "z:/a.log", "\\\\server\\share", "//server/share", "\\/server"}) {
         EXPECT_EQ(logging::ResolveLogPath(base, absolute).native(), fs::path(absolute).native());
     }
-    for (const char* relative : {"a/b.log", "1:a", ":"}) {
+    for (const char* relative : {"ab/b.log", "a:b", "1:/a", ":"}) {
         EXPECT_EQ(logging::ResolveLogPath(base, relative).native(), (base / relative).native());
     }
     EXPECT_EQ(logging::ResolveLogPath(base, ""), base);

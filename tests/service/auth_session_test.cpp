@@ -3,9 +3,11 @@
 #include "service/auth_session.h"
 
 #include <gtest/gtest.h>
+#include <chrono>
 #include <future>
 #include <stdexcept>
 #include <system_error>
+#include <thread>
 
 using auth::AuthSession;
 using auth::SignInStatus;
@@ -103,6 +105,13 @@ TEST(AuthSession, aWorkerDoesNotWaitForItself) {
     const auto deadlock = std::make_error_code(std::errc::resource_deadlock_would_occur);
     EXPECT_EQ(session.takePendingMessage(), std::system_error(deadlock).what());
     EXPECT_FALSE(session.isInProgress());
+    bool ended = false;
+    session.runInWorker([&ended] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        ended = true;
+    });
+    session.signOut({}, {});
+    EXPECT_TRUE(ended) << "others do";
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ TEST(SelectedIndex, TakesNumbersButNotNamesThatLookLikeNumbers) {
         int number;
         std::optional<std::size_t> expected;
     } cases[] = {
-        {plain, "2", 0, 2},
+        {plain, "0", 1, 0},
         {plain, "Archive", 1, 1},
         {plain, " 1", 2, 2},
         {plain, "", 0, 0},
