@@ -172,7 +172,6 @@ void cleanupSessionTempDirectory() noexcept {
     }
     process().currentSessionKey.reset();
     process().currentSessionDirectoryName.reset();
-    process().hold.reset();
 }
 
 void cleanupStaleSessionTempDirectories() {

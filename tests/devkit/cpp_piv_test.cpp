@@ -48,13 +48,6 @@ TEST_F(CppPivClientTest, ArgumentsAndRecordsKeepTheirPlaces) {
     EXPECT_EQ(bridge->lastRequest, json::parse(R"({"accessToken": "token", "replace": true, "payload": {
         "workspaceDirectories": [[7, 70]], "workspaceRevisions": [], "comment": "c",
         "files": [{"path": "p", "fileName": "n", "fileId": "i", "revision": "r"}]}})"));
-
-    bridge->answer = R"({"result": [{"id": -3, "name": "n", "thumbnailUrl": null}, {"id": 4, "thumbnailUrl": "t"}]})";
-    const auto workspaces = client.listWorkspaces("token", "");
-    ASSERT_EQ(workspaces.size(), 2U);
-    EXPECT_EQ(workspaces[0].id, -3);
-    EXPECT_FALSE(workspaces[0].thumbnailUrl);
-    EXPECT_EQ(workspaces[1].thumbnailUrl, "t");
 }
 
 TEST_F(CppPivClientTest, FailuresKeepTheirMessageOrHaveNone) {

@@ -14,20 +14,6 @@ using testing::ThrowsMessage;
 
 class NxopenSession : public devkit_test::HostTest {};
 
-TEST_F(NxopenSession, refusesNamesThatDoNotFitTogether) {
-    const std::vector<std::pair<const char*, const char*>> cases{
-        {R"({"parts": [{"name": ""}]})", "session.parts[0].name: expected the part's name"},
-        {R"({"parts": [{"name": "a"}, {"name": "a"}]})", "session.parts[1].name: two parts"},
-        {R"({"parts": [{"name": "a", "components": ["b"]}]})", "session.parts[0].components[0]: no part is named"},
-        {R"({"displayed": "a"})", "session.displayed: no part"},
-    };
-    for (const auto& [json, message] : cases) {
-        session.reset();
-        const auto loading = [this, text = json] { load(text); };
-        EXPECT_THAT(loading, ThrowsMessage<std::runtime_error>(HasSubstr(message))) << json;
-    }
-}
-
 TEST_F(NxopenSession, editsOnePartAndLeavesForeignFilesAlone) {
     const auto foreign = folder.writeFile("foreign.prt", "mine");
     const nlohmann::json bolt{{"name", "bolt"}, {"file", "bolt.prt"}, {"leaf", "Bolt"}};

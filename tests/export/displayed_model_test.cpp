@@ -123,11 +123,9 @@ TEST_F(DisplayedModelExport, withoutAPartOrItsPathThereIsNone) {
 }
 
 TEST_F(DisplayedModelExport, equalNamesDoNotOverwriteEachOther) {
-    const std::pair<const char*, const char*> files[] = {{"a/Bolt.prt", "of a"},
-                                                         {"b/bolt.PRT", "of b"},
-                                                         {"c/bolt.prt", "of c"},
-                                                         {"a/\u00c9x.prt", "upper"},
-                                                         {"b/\u00e9x.prt", "lower"}};
+    const std::pair<const char*, const char*> files[] = {{"a/Bolt.prt", "of a"},     {"b/bolt.PRT", "of b"},
+                                                         {"c/bolt.prt", "of c"},     {"a/\u00c9x.prt", "upper"},
+                                                         {"b/\u00e9x.prt", "lower"}, {"c/x.prt", "plain"}};
     std::vector<std::string> copies;
     for (const auto& [name, content] : files) {
         const auto file = folder.writeFile(fs::path("models") / platform::pathFromUtf8(name), content);
@@ -135,6 +133,7 @@ TEST_F(DisplayedModelExport, equalNamesDoNotOverwriteEachOther) {
     }
     EXPECT_EQ(copies[1], utf8FromPath(base_ / "2" / "bolt.PRT"));
     EXPECT_EQ(copies[2], utf8FromPath(base_ / "3" / "bolt.prt"));
+    EXPECT_EQ(copies[5], utf8FromPath(base_ / "x.prt"));
     for (std::size_t i = 0; i < copies.size(); ++i) {
         EXPECT_EQ(readFile(platform::pathFromUtf8(copies[i])), files[i].second) << copies[i];
     }

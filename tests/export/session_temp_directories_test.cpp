@@ -54,11 +54,12 @@ TEST_F(SessionTempDirectories, oneKeyHasOneFolderAndAnotherKeyReplacesIt) {
     const fs::path second = pivra::sessionTempDirectory("two");
     EXPECT_NE(second, first);
     EXPECT_FALSE(fs::exists(first));
-    EXPECT_TRUE(fs::is_directory(second));
-    EXPECT_TRUE(fs::is_directory(pivra::sessionTempDirectory("")));
+    const fs::path third = pivra::sessionTempDirectory("");
+    EXPECT_TRUE(fs::is_directory(third));
     EXPECT_FALSE(fs::exists(second));
     pivra::cleanupSessionTempDirectory();
     EXPECT_TRUE(fs::is_empty(folder.temp()));
+    EXPECT_NE(pivra::sessionTempDirectory("two"), third);
 }
 
 TEST_F(SessionTempDirectories, folderIsHeldAgainstTheSweepOfAnotherSession) {

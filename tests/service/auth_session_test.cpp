@@ -90,6 +90,15 @@ TEST(AuthSession, aFlowThatFailsLeavesItsMessage) {
     }
 }
 
+TEST(AuthSession, aSignOutDropsTheSignInThatIsUnderWay) {
+    AuthSession session;
+    ScriptedSignIn signIn;
+    signIn.start(session);
+    session.signOut({}, {});
+    signIn.background();
+    EXPECT_FALSE(session.isSignedIn());
+}
+
 TEST(AuthSession, aWorkerDoesNotWaitForItself) {
     AuthSession session;
     for (const bool signsOut : {true, false}) {
