@@ -23,11 +23,8 @@ bool isSameFile(const fs::path& left, const fs::path& right) {
     std::error_code error;
     // Tells two files apart at once; what it takes for one may have two names.
     if (!fs::equivalent(left, right, error)) return false;
-    std::error_code leftMissing;
-    std::error_code rightMissing;
-    const fs::path canonicalLeft = fs::canonical(left, leftMissing);
-    const fs::path canonicalRight = fs::canonical(right, rightMissing);
-    return !leftMissing && !rightMissing && canonicalLeft == canonicalRight;
+    const fs::path canonicalLeft = fs::canonical(left, error);
+    return !error && canonicalLeft == fs::canonical(right, error);
 }
 
 std::string reuse(const fs::path& file) {

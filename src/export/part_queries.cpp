@@ -60,7 +60,7 @@ std::string configuredRevisionIdOf(const std::string& partNumber) {
 std::optional<bool> askDrawingContext() {
     const nx::UfSession session;
     if (!opened(session)) return std::nullopt;
-    int module = 0;
+    int module{};
     if (!nx::checkNxStatus("UF_ask_application_module", UF_ask_application_module(&module))) return std::nullopt;
     return module == host_numbers::draftingModule;
 }

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <mutex>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -26,7 +27,7 @@ struct LogPlace {
     std::mutex mutex;
     fs::path file;  // in the log directory; empty while there is none
     std::string stamp;
-    std::time_t stampedSecond = 0;  // the stamp's; 0 before the first line
+    std::optional<std::time_t> stampedSecond;  // the stamp's; none before the first line
 };
 
 // Never destroyed: a worker may log while the process exits.
@@ -169,7 +170,7 @@ void setLogDirectory(const fs::path& directory) {
     auto& log = place();
     const std::lock_guard lock(log.mutex);
     log.file = ResolveLogPath(directory, logFileName);
-    log.stampedSecond = 0;
+    log.stampedSecond.reset();
     if (!directory.empty()) platform::createDirectories(directory);
 }
 

@@ -25,7 +25,7 @@ Worker::Worker(std::function<void()> task, const std::shared_ptr<std::promise<vo
       })) {}
 
 bool Worker::ended() const {
-    return end_.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    return end_.wait_for(std::chrono::seconds::zero()) == std::future_status::ready;
 }
 
 bool Worker::isCaller() const {

@@ -16,7 +16,7 @@ struct SignInFlow {
     std::shared_ptr<SessionSharedState> state;
     std::shared_ptr<const std::atomic<bool>> alive;            ///< the session still exists
     std::shared_ptr<const std::atomic<std::uint64_t>> newest;  ///< number of the newest flow or interruption
-    std::uint64_t generation = 0;                              ///< this flow's own number
+    std::uint64_t generation{};                                ///< this flow's own number
 
     /// True until a newer flow, a sign-out or the shutdown has overtaken this one.
     bool isCurrent() const { return alive->load() && newest->load() == generation; }
@@ -128,7 +128,7 @@ std::string AuthSession::userDisplayName() const {
 }
 
 SignInStartResult AuthSession::startSignIn(const AuthClientCallbacks& client, const AuthPlatformCallbacks& system) {
-    std::uint64_t generation = 0;
+    std::uint64_t generation{};
     {
         const std::lock_guard lock(state_->mutex);
         if (!state_->tokens.accessToken.empty()) return {SignInStatus::alreadySignedIn, {}};

@@ -122,7 +122,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
     }
 
     void render(UploadStage stage, bool forced) {
-        if (state_->completionClaimed != 0 || (!forced && renderedStage_ == stage)) return;
+        if (state_->completionClaimed || (!forced && renderedStage_ == stage)) return;
         draw(stage, "");
     }
 

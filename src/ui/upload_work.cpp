@@ -92,8 +92,8 @@ void startUpload(const std::shared_ptr<const UploadProgressRequest>& request,
 
 ProgressSnapshot pollProgress(ProgressState& state) {
     const std::lock_guard lock(state.mutex);
-    int unclaimed = 0;
-    const bool completed = state.finished && state.completionClaimed.compare_exchange_strong(unclaimed, 1);
+    bool claimed = false;
+    const bool completed = state.finished && state.completionClaimed.compare_exchange_strong(claimed, true);
     return {completed, state.stage, state.terminal};
 }
 

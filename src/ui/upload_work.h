@@ -20,7 +20,7 @@ struct ProgressState {
     UploadStage stage = UploadStage::preparing;
     bool terminal = false;  ///< nothing will change any more
     bool finished = false;  ///< `result` is there
-    std::atomic<int> completionClaimed{0};
+    std::atomic<bool> completionClaimed{false};
     bool uploadAnother = false;
     pivra::UploadExecutionResult result;
 };

@@ -49,13 +49,13 @@ TEST_F(DisplayedModel, nativePartHasTheTimesOfItsFile) {
 
 TEST_F(DisplayedModel, managedAssemblyHasTheNewestTimeOfItsFiles) {
     addManaged("10");
-    auto& frame = addManaged("1", std::string(524288, 'x'));
+    auto& frame = addManaged("1", std::string(262144, 'x'));
     place(frame, {"10", "10"});
-    const fs::path member = folder.writeFile(exportFolder(frame) / "below" / "10.prt", std::string(1048576, 'x'));
+    const fs::path member = folder.writeFile(exportFolder(frame) / "below" / "10.prt", std::string(524288, 'x'));
     fs::last_write_time(member, fs::file_time_type::clock::now() + std::chrono::hours(1));
     display(frame);
     const auto metadata = pivra::readDisplayedModelMetadata();
-    EXPECT_EQ(metadata->fileSizeMb, 1.5);
+    EXPECT_EQ(metadata->fileSizeMb, 0.75);
     EXPECT_EQ(metadata->lastModifiedUtc, pivra::formatUtcTime(platform::fileFacts(member)->written));
 }
 
@@ -73,6 +73,20 @@ TEST_F(DisplayedModel, changesSinceTheReadingAreSeen) {
     EXPECT_EQ(metadata->uploadBlockedReason, "");
     EXPECT_EQ(metadata->fileSizeMb, 1.0);
     EXPECT_TRUE(metadata->isAssembly && metadata->hasUnsavedChanges && metadata->hasUnsupportedFileTypes);
+}
+
+TEST_F(DisplayedModel, aDrawingIsSentWithoutTheMembersOfTheModel) {
+    addNative("nut");
+    auto& frame = addNative("frame");
+    frame.sheets = {"Sheet 1"};
+    frame.components = {{"", "nut", true}, {"", "nut", false}};
+    display(frame);
+    const auto metadata = pivra::readDisplayedModelMetadata();
+    EXPECT_TRUE(metadata->isAssembly && metadata->hasUnloadedComponents);
+    session.applicationModule = 1;
+    pivra::prepareUploadFiles(metadata);
+    EXPECT_FALSE(metadata->isAssembly || metadata->hasUnloadedComponents);
+    EXPECT_THAT(metadata->files, IsEmpty());
 }
 
 TEST_F(DisplayedModel, aPreparationThatFailedDoesNotFailTheNext) {

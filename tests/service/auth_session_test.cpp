@@ -93,6 +93,9 @@ TEST(AuthSession, aFlowThatFailsLeavesItsMessage) {
 TEST(AuthSession, aSignOutDropsTheSignInThatIsUnderWay) {
     AuthSession session;
     ScriptedSignIn signIn;
+    signIn.signIn(session);
+    session.signOut({}, {});
+    EXPECT_EQ(session.userEmail(), "");
     signIn.start(session);
     session.signOut({}, {});
     signIn.background();
