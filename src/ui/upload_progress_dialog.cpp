@@ -65,7 +65,7 @@ class UploadProgressWindow final : public BlockDialogWindow {
         liveWindow = this;
         window_ = ownWindowWhenShown();
         showRequest();
-        render(renderedStage_.value_or(UploadStage::preparing), true);
+        render(renderedStage_.value_or(UploadStage::preparing));
         startTimers();
     }
 
@@ -115,15 +115,14 @@ class UploadProgressWindow final : public BlockDialogWindow {
         const auto progress = pollProgress(*state_);
         if (progress.completed) {
             complete();
-        } else {
-            render(progress.stage, false);
+        } else if (renderedStage_ != progress.stage) {
+            render(progress.stage);
         }
         if (progress.terminal) pollTimer_.stop();
     }
 
-    void render(UploadStage stage, bool forced) {
-        if (state_->completionClaimed || (!forced && renderedStage_ == stage)) return;
-        draw(stage, "");
+    void render(UploadStage stage) {
+        if (!state_->completionClaimed) draw(stage, "");
     }
 
     void draw(UploadStage stage, const std::string& completionTime) {

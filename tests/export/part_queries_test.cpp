@@ -25,6 +25,7 @@ TEST(FileNames, areCutAsTexts) {
     }
     EXPECT_EQ(platform::sanitizeFileName(R"("*/:<>?\|)"), "_________");
     EXPECT_EQ(platform::sanitizeFileName(""), "managed");
+    EXPECT_EQ(platform::toLower("AZ[@\u00c9"), "az[@\u00c9");
 }
 
 class PartQueries : public ExportTest {};
