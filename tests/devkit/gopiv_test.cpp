@@ -45,7 +45,6 @@ TEST_F(GopivTest, SignsInThroughTheBrowser) {
     const std::string token = client->localAuthFlowComplete().accessToken;
     EXPECT_EQ(client->getCurrentUser(token).givenName, "Ada <b>");
     EXPECT_EQ(client->getRootDirectory(token, 2).id, 22);
-    EXPECT_EQ(failureOf([&] { client->getCurrentUser("made up"); }), "The access token is not valid.");
     EXPECT_EQ(failureOf([&] { client->localAuthFlowComplete(); }), "This sign-in has been completed already.");
 
     EXPECT_EQ(httpGet(client->localAuthFlowLogout()).status, 200);

@@ -59,7 +59,6 @@ TEST(SelectedIndex, TakesNumbersButNotNamesThatLookLikeNumbers) {
         {plain, "99999999999999", 1, 1},
         {plain, "3", 0, std::nullopt},
         {plain, "Main", -1, std::nullopt},
-        {plain, "Main", 3, std::nullopt},
         {numeric, "2024", 0, 0},
         {numeric, "0", 1, 1},
         {numeric, "2", 2, 2},
