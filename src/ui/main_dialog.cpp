@@ -106,6 +106,7 @@ class MainDialogWindow final : public BlockDialogWindow {
 
     void setMembers(const std::vector<std::string>& names) {
         std::vector<NXOpen::NXString> members;
+        members.reserve(names.size());
         for (const auto& name : names) members.push_back(nx::toHost(name));
         workspaceList_->SetEnumMembers(members);
     }
